@@ -1,0 +1,181 @@
+#include "platform/core/conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdint>
+
+#include "platform/core/error.h"
+
+namespace cp {
+namespace {
+
+long ErrorNumberOf(const std::function<void()>& f) {
+  try {
+    f();
+  } catch (const Error& e) {
+    return e.number();
+  }
+  return 0;
+}
+
+TEST(ParseNumber, FollowsTheTextConventions) {
+  struct Case {
+    const char* text;
+    std::optional<double> value;
+  } cases[] = {
+      {"150.000", 150000},  {"2,5", 2.5},         {"150000", 150000},
+      {"1.234.567", 1234567}, {"1.234,5", 1234.5}, {"-3", -3},
+      {"+7", 7},            {"  42 ", 42},        {",5", 0.5},
+      {"0", 0},             {"", std::nullopt},   {"   ", std::nullopt},
+      {"1.5", std::nullopt}, {"1.23", std::nullopt}, {"12.3456", std::nullopt},
+      {".123", std::nullopt}, {"1234.567", std::nullopt}, {"2,", std::nullopt},
+      {"1e3", std::nullopt}, {"abc", std::nullopt}, {"1,2,3", std::nullopt},
+      {"--1", std::nullopt}, {"1 000", std::nullopt}, {"2.5", std::nullopt},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ParseNumber(c.text), c.value) << '"' << c.text << '"';
+  }
+}
+
+TEST(ParseNumber, IgnoresTheMachineLocale) {
+  // A locale with "." as the decimal mark must not change how "2,5" reads.
+  const char* previous = std::setlocale(LC_ALL, nullptr);
+  std::string saved = previous ? previous : "C";
+  if (!std::setlocale(LC_ALL, "C.UTF-8")) GTEST_SKIP() << "no C.UTF-8 locale";
+  EXPECT_EQ(ParseNumber("2,5"), 2.5);
+  EXPECT_EQ(ParseNumber("150.000"), 150000);
+  EXPECT_EQ(CStr(Variant(2.5)), "2,5");
+  EXPECT_EQ(FormatNumber(150000, "#,###"), "150.000");
+  std::setlocale(LC_ALL, saved.c_str());
+}
+
+TEST(IsNumeric, ByType) {
+  EXPECT_TRUE(IsNumeric(Variant()));  // Empty counts as zero, as in the runtime
+  EXPECT_FALSE(IsNumeric(Variant::Null()));
+  EXPECT_TRUE(IsNumeric(Variant(true)));
+  EXPECT_TRUE(IsNumeric(Variant(std::int16_t{3})));
+  EXPECT_TRUE(IsNumeric(Variant(2.5)));
+  EXPECT_TRUE(IsNumeric(Variant("150.000")));
+  EXPECT_FALSE(IsNumeric(Variant("")));
+  EXPECT_FALSE(IsNumeric(Variant("tres")));
+  EXPECT_FALSE(IsNumeric(Variant(MakeDate(2005, 3, 7))));
+}
+
+TEST(CLngAndCInt, RoundHalfToEven) {
+  struct Case {
+    double in;
+    std::int32_t out;
+  } cases[] = {{2.5, 2}, {3.5, 4}, {-2.5, -2}, {-3.5, -4}, {0.5, 0}, {1.5, 2},
+               {2.4999, 2}, {2.5001, 3}, {-0.4, 0}, {150000.5, 150000}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(CLng(Variant(c.in)), c.out) << c.in;
+    if (c.out < 32768) EXPECT_EQ(CInt(Variant(c.in)), c.out) << c.in;
+  }
+  EXPECT_EQ(CLng(Variant("2,5")), 2);
+  EXPECT_EQ(CLng(Variant("3,5")), 4);
+  EXPECT_EQ(CLng(Variant("150.000")), 150000);
+  EXPECT_EQ(CLng(Variant(true)), -1);
+  EXPECT_EQ(CLng(Variant()), 0);
+}
+
+TEST(CLngAndCInt, OverflowAndMismatch) {
+  EXPECT_EQ(CInt(Variant(32767.0)), 32767);
+  EXPECT_EQ(CInt(Variant(-32768.0)), -32768);
+  EXPECT_EQ(CInt(Variant(32766.5)), 32766);  // half to even stays in range
+  EXPECT_EQ(ErrorNumberOf([] { CInt(Variant(32767.5)); }), err::kOverflow);  // rounds to 32768
+  EXPECT_EQ(ErrorNumberOf([] { CInt(Variant(-32768.6)); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([] { CInt(Variant("40.000")); }), err::kOverflow);
+  EXPECT_EQ(CLng(Variant(2147483647.0)), 2147483647);
+  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant(2147483647.5)); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant(-2147483649.0)); }), err::kOverflow);
+  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant("1e3")); }), err::kTypeMismatch);
+  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant("")); }), err::kTypeMismatch);
+  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant::Null()); }), err::kInvalidUseOfNull);
+  EXPECT_EQ(ErrorNumberOf([] { CStr(Variant::Null()); }), err::kInvalidUseOfNull);
+}
+
+TEST(CStr, WritesUnderTheConventions) {
+  EXPECT_EQ(CStr(Variant()), "");
+  EXPECT_EQ(CStr(Variant(std::int16_t{-12})), "-12");
+  EXPECT_EQ(CStr(Variant(150000)), "150000");
+  EXPECT_EQ(CStr(Variant(2.5)), "2,5");
+  EXPECT_EQ(CStr(Variant(0.1 + 0.2)), "0,3");  // 15 significant digits, as the runtime
+  EXPECT_EQ(CStr(Variant(true)), "True");
+  EXPECT_EQ(CStr(Variant(MakeDate(2005, 3, 7))), "07/03/2005");
+  EXPECT_EQ(CStr(Variant(MakeDate(2005, 3, 7, 9, 5, 0))), "07/03/2005 09:05:00");
+}
+
+TEST(StringFunctions, TrimRemovesBlanksOnly) {
+  EXPECT_EQ(Trim("  a b  "), "a b");
+  EXPECT_EQ(Trim("\ta\t"), "\ta\t");
+  EXPECT_EQ(Trim("   "), "");
+  EXPECT_EQ(LTrim("  x "), "x ");
+  EXPECT_EQ(RTrim("  x "), "  x");
+}
+
+TEST(StringFunctions, SplitKeepsEmptyItems) {
+  using V = std::vector<std::string>;
+  EXPECT_EQ(Split("Madrid; Sevilla; ", ";"), (V{"Madrid", " Sevilla", " "}));
+  EXPECT_EQ(Split("a;;b", ";"), (V{"a", "", "b"}));
+  EXPECT_EQ(Split(";", ";"), (V{"", ""}));
+  EXPECT_EQ(Split("abc", ";"), (V{"abc"}));
+  EXPECT_EQ(Split("", ";"), V{});
+  EXPECT_EQ(Split("a<>b", "<>"), (V{"a", "b"}));
+}
+
+TEST(StringFunctions, ReplaceAndLen) {
+  EXPECT_EQ(Replace("O'Brien's", "'", "''"), "O''Brien''s");
+  EXPECT_EQ(Replace("aaa", "aa", "b"), "ba");
+  EXPECT_EQ(Replace("x", "", "y"), "x");
+  EXPECT_EQ(Len("Ávila"), 5);
+  EXPECT_EQ(Len(""), 0);
+}
+
+TEST(FormatDate, PatternsOfTheComponent) {
+  const Date d = MakeDate(2005, 3, 7, 14, 8, 9);
+  EXPECT_EQ(FormatDate(d, "mm/dd/yy"), "03/07/05");
+  EXPECT_EQ(FormatDate(d, "dd/mm/yy hh:mm:ss"), "07/03/05 14:08:09");  // mm after hh: minutes
+  EXPECT_EQ(FormatDate(d, "yyyy-mm-dd"), "2005-03-07");
+  EXPECT_EQ(FormatDate(d, "d/m/yyyy"), "7/3/2005");
+  EXPECT_EQ(FormatDate(MakeDate(1925, 12, 31), "mm/dd/yy"), "12/31/25");
+  EXPECT_EQ(FormatDate(MakeDate(2031, 1, 2), "mm/dd/yy"), "01/02/31");
+}
+
+TEST(FormatNumber, ThousandsMask) {
+  EXPECT_EQ(FormatNumber(150000, "#,###"), "150.000");
+  EXPECT_EQ(FormatNumber(1234567, "#,###"), "1.234.567");
+  EXPECT_EQ(FormatNumber(999, "#,###"), "999");
+  EXPECT_EQ(FormatNumber(0, "#,###"), "");  // "#" digits are optional, as in the runtime
+  EXPECT_EQ(FormatNumber(1234.5, "#,###"), "1.235");  // half away from zero
+  EXPECT_EQ(FormatNumber(-150000, "#,###"), "-150.000");
+  EXPECT_EQ(FormatNumber(2.5, "#,##0,00"), "2,50");
+}
+
+TEST(Dates, ParseAndWriteIso) {
+  EXPECT_EQ(ParseDate("2005-03-07"), MakeDate(2005, 3, 7));
+  EXPECT_EQ(ParseDate("07/03/2005"), MakeDate(2005, 3, 7));
+  EXPECT_EQ(ParseDate("2005-03-07 10:11:12"), MakeDate(2005, 3, 7, 10, 11, 12));
+  EXPECT_EQ(ParseDate("2005-03-07T10:11"), MakeDate(2005, 3, 7, 10, 11, 0));
+  EXPECT_FALSE(ParseDate("2005-02-30"));
+  EXPECT_FALSE(ParseDate("07/03/05"));
+  EXPECT_FALSE(ParseDate("ayer"));
+  EXPECT_EQ(IsoDate(MakeDate(1925, 6, 1)), "1925-06-01");
+  EXPECT_EQ(IsoDate(MakeDate(2031, 6, 1, 23, 59, 59)), "2031-06-01 23:59:59");
+}
+
+TEST(Dates, SerialsMatchTheRuntime) {
+  EXPECT_EQ(MakeDate(1899, 12, 30).serial, 0);
+  EXPECT_EQ(MakeDate(1900, 1, 1).serial, 2);
+  EXPECT_EQ(MakeDate(2005, 3, 7).serial, 38418);
+  EXPECT_DOUBLE_EQ(MakeDate(2005, 3, 7, 12).serial, 38418.5);
+  // Before the epoch the time is a positive fraction of a negative day.
+  EXPECT_DOUBLE_EQ(MakeDate(1899, 12, 29, 6).serial, -1.25);
+  const DateParts p = SplitDate(MakeDate(1899, 12, 29, 6));
+  EXPECT_EQ(p.day, 29);
+  EXPECT_EQ(p.hour, 6);
+  EXPECT_EQ(ErrorNumberOf([] { MakeDate(2005, 2, 29); }), err::kInvalidProcedureCall);
+}
+
+}  // namespace
+}  // namespace cp

@@ -1,0 +1,55 @@
+#include "platform/core/variant.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/core/error.h"
+
+namespace cp {
+namespace {
+
+TEST(Variant, TypeNamesAndExactAccess) {
+  EXPECT_EQ(Variant().TypeName(), "Empty");
+  EXPECT_EQ(Variant::Null().TypeName(), "Null");
+  EXPECT_EQ(Variant(std::int16_t{1}).TypeName(), "Integer");
+  EXPECT_EQ(Variant(1).TypeName(), "Long");
+  EXPECT_EQ(Variant("x").TypeName(), "String");
+  EXPECT_EQ(Variant(Array2D(0, 1, 0, 2)).TypeName(), "Variant()");
+  EXPECT_EQ(Variant(std::shared_ptr<Dispatch>()).TypeName(), "Nothing");
+  EXPECT_THROW(Variant("1").AsLong(), Error);
+  EXPECT_NE(Variant(1), Variant(std::int16_t{1}));  // same value, different type
+  EXPECT_NE(Variant(), Variant::Null());
+}
+
+TEST(Array2D, BoundsAndSubscripts) {
+  Array2D a(0, 2, 1, 3);  // three rows of three columns numbered 1..3
+  EXPECT_EQ(a.LBound(1), 0);
+  EXPECT_EQ(a.UBound(1), 2);
+  EXPECT_EQ(a.LBound(2), 1);
+  EXPECT_EQ(a.UBound(2), 3);
+  a.at(2, 3) = Variant("último");
+  a.at(0, 1) = Variant(-1);
+  EXPECT_EQ(a.at(2, 3), Variant("último"));
+  try {
+    a.at(3, 1);
+    FAIL();
+  } catch (const Error& e) {
+    EXPECT_EQ(e.number(), err::kSubscriptOutOfRange);
+  }
+  EXPECT_THROW(a.at(0, 0), Error);
+  EXPECT_THROW(a.LBound(3), Error);
+
+  // Inside a Variant the array is a value: later changes to the source do not leak in.
+  Variant v(a);
+  a.at(0, 1) = Variant(5);
+  EXPECT_EQ(v.AsArray().at(0, 1), Variant(-1));
+  EXPECT_EQ(Variant(v), v);
+}
+
+TEST(Array2D, EmptyDimension) {
+  Array2D none(0, -1, 0, 2);
+  EXPECT_EQ(none.Count(1), 0);
+  EXPECT_THROW(none.at(0, 0), Error);
+}
+
+}  // namespace
+}  // namespace cp
