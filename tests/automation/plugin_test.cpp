@@ -1,0 +1,40 @@
+#include "platform/automation/plugin.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/automation/registry.h"
+#include "platform/core/error.h"
+
+namespace cp {
+namespace {
+
+TEST(Plugin, MissingLibraryRaisesASpanishErrorNamingIt) {
+  const std::string path = "/no/existe/libninguno.so";
+  try {
+    LoadPlugin(path);
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.number(), err::kFileNotFound);
+    EXPECT_NE(e.description().find("No se ha podido cargar la biblioteca"), std::string::npos);
+    EXPECT_NE(e.description().find(path), std::string::npos);
+  }
+}
+
+TEST(Plugin, LoadingRegistersItsProgIdsInThisProcess) {
+  EXPECT_FALSE(IsProgIdRegistered("PruebaPlugin.Saludo"));
+  LoadPlugin(CP_TEST_PLUGIN);
+  LoadPlugin(CP_TEST_PLUGIN);  // a second load is harmless
+  auto object = CreateObject("pruebaplugin.saludo");
+  object->SetProperty("Nombre", Variant("Ana"));
+  EXPECT_EQ(object->CallMethod("Saludar").AsString(), "Hola, Ana");
+  // The plug-in's objects raise this program's errors.
+  try {
+    object->GetProperty("NoExiste");
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.number(), err::kPropertyNotFound);
+  }
+}
+
+}  // namespace
+}  // namespace cp

@@ -1,0 +1,94 @@
+#include "platform/automation/registry.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/automation/dispatch_object.h"
+#include "platform/core/error.h"
+
+namespace cp {
+namespace {
+
+class Tagged : public DispatchObject {
+ public:
+  explicit Tagged(std::string tag) {
+    Expose("Tag", [tag] { return Variant(tag); });
+  }
+};
+
+ObjectFactory MakesTagged(std::string tag) {
+  return [tag] { return std::make_shared<Tagged>(tag); };
+}
+
+std::string TagOf(const std::string& progId) {
+  return CreateObject(progId)->GetProperty("Tag").AsString();
+}
+
+// Registered before main runs, as a component's own classes are.
+const ProgIdRegistrar kStatic("Prueba.Estatico", MakesTagged("estático"));
+
+TEST(Registry, StaticRegistrationIsInForceAtStartup) {
+  EXPECT_TRUE(IsProgIdRegistered("prueba.estatico"));
+  EXPECT_EQ(TagOf("Prueba.Estatico"), "estático");
+}
+
+TEST(Registry, UnregisteredProgIdRaises429NamingIt) {
+  try {
+    CreateObject("Prueba.NoRegistrado");
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.number(), err::kCannotCreateObject);
+    EXPECT_EQ(e.source(), "Prueba.NoRegistrado");
+  }
+}
+
+TEST(Registry, CreatesAFreshObjectPerCallInAnyCase) {
+  ScopedProgId reg("Prueba.Objeto", MakesTagged("a"));
+  auto first = CreateObject("PRUEBA.OBJETO");
+  auto second = CreateObject("prueba.objeto");
+  EXPECT_NE(first, second);
+  EXPECT_EQ(first->GetProperty("tag").AsString(), "a");
+}
+
+TEST(Registry, ScopedRegistrationRestoresWhatWasThere) {
+  {
+    ScopedProgId outer("Prueba.Cambio", MakesTagged("original"));
+    {
+      ScopedProgId inner("PRUEBA.CAMBIO", MakesTagged("sustituto"));
+      EXPECT_EQ(TagOf("Prueba.Cambio"), "sustituto");
+    }
+    EXPECT_EQ(TagOf("Prueba.Cambio"), "original");
+  }
+  EXPECT_FALSE(IsProgIdRegistered("Prueba.Cambio"));
+  {
+    ScopedProgId over("Prueba.Estatico", MakesTagged("temporal"));
+    EXPECT_EQ(TagOf("Prueba.Estatico"), "temporal");
+  }
+  EXPECT_EQ(TagOf("Prueba.Estatico"), "estático");
+}
+
+TEST(Registry, FactoryFailures) {
+  {
+    ScopedProgId reg("Prueba.Nada", [] { return std::shared_ptr<Dispatch>(); });
+    EXPECT_THROW(
+        try { CreateObject("Prueba.Nada"); } catch (const Error& e) {
+          EXPECT_EQ(e.number(), err::kCannotCreateObject);
+          throw;
+        },
+        Error);
+  }
+  ScopedProgId failing("Prueba.Falla", []() -> std::shared_ptr<Dispatch> {
+    Raise(err::kOutOfMemory);
+  });
+  try {
+    CreateObject("Prueba.Falla");
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.number(), err::kOutOfMemory);
+  }
+  EXPECT_THROW(RegisterProgId("", MakesTagged("x")), Error);
+  EXPECT_THROW(RegisterProgId("Prueba.Vacia", ObjectFactory{}), Error);
+  EXPECT_FALSE(UnregisterProgId("Prueba.Vacia"));
+}
+
+}  // namespace
+}  // namespace cp
