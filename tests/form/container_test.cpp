@@ -1,0 +1,205 @@
+// The container: creation order, lookup by name and control array, focus moves and the
+// observers a view uses.
+#include "platform/form/control_container.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/form/check_box.h"
+#include "platform/form/command_button.h"
+#include "platform/form/date_picker.h"
+#include "platform/form/frame.h"
+#include "platform/form/keys.h"
+#include "platform/form/label.h"
+#include "platform/form/ss_tab.h"
+#include "platform/form/text_box.h"
+#include "tests/form/form_test_support.h"
+
+namespace cp::form {
+namespace {
+
+using testing::ErrorOf;
+using testing::Log;
+
+TEST(ControlContainer, KeepsCreationOrderAndFindsArraysByIndex) {
+  Form f("SeleccionCli");
+  f.AddSSTab("tbsSelec", 2);
+  f.AddDTPicker("dtpAlta", 1);  // elements need not be created in index order
+  f.AddLabel("lblAlta2");
+  f.AddDTPicker("dtpAlta", 0);
+  f.AddTextBox("txtCategorias");
+  f.AddCheckBox("chkCategorias");
+  std::vector<std::string> order;
+  for (const Control* c : f.Controls()) {
+    order.push_back(c->TypeName() + ":" + c->Name() + "(" + std::to_string(c->Index()) + ")");
+  }
+  EXPECT_EQ(order, (std::vector<std::string>{"SSTab:tbsSelec(-1)", "DTPicker:dtpAlta(1)",
+                                             "Label:lblAlta2(-1)", "DTPicker:dtpAlta(0)",
+                                             "TextBox:txtCategorias(-1)",
+                                             "CheckBox:chkCategorias(-1)"}));
+  auto array = f.ControlArray("DTPALTA");
+  ASSERT_EQ(array.size(), 2u);
+  EXPECT_EQ(array[0]->Index(), 0);
+  EXPECT_EQ(array[1]->Index(), 1);
+  EXPECT_TRUE(f.IsControlArray("dtpalta"));
+  EXPECT_FALSE(f.IsControlArray("txtCategorias"));
+  EXPECT_EQ(f.Find("TXTCATEGORIAS"), f.Controls()[4]);
+  EXPECT_EQ(&f.Get<DTPicker>("dtpAlta", 0), array[0]);
+  EXPECT_EQ(f.Find("dtpAlta"), nullptr);
+}
+
+TEST(ControlContainer, LookupErrors) {
+  Form f("f");
+  f.AddTextBox("txtPrecio", 0);
+  f.AddTextBox("txtPrecio", 1);
+  f.AddCheckBox("chkNuevo");
+  const std::vector<std::pair<std::function<void()>, long>> cases = {
+      {[&] { f.Item("txtNada"); }, kControlNotFound},
+      {[&] { f.Item("txtPrecio"); }, kIndexRequired},
+      {[&] { f.Item("chkNuevo", 0); }, kNotAnArray},
+      {[&] { f.Item("txtPrecio", 2); }, kArrayElementMissing},
+      {[&] { f.Get<CheckBox>("txtPrecio", 0); }, err::kTypeMismatch},
+      // Names are unique: no duplicate element, no plain control beside an array of that
+      // name, no array of mixed types.
+      {[&] { f.AddTextBox("TXTPRECIO", 1); }, err::kInvalidProcedureCall},
+      {[&] { f.AddTextBox("txtPrecio"); }, err::kInvalidProcedureCall},
+      {[&] { f.AddCheckBox("chkNuevo"); }, err::kInvalidProcedureCall},
+      {[&] { f.AddCheckBox("chkNuevo", 0); }, err::kInvalidProcedureCall},
+      {[&] { f.AddLabel("txtPrecio", 2); }, err::kInvalidProcedureCall},
+      {[&] { f.AddLabel(""); }, err::kInvalidProcedureCall},
+  };
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    EXPECT_EQ(ErrorOf(cases[i].first), cases[i].second) << "case " << i;
+  }
+  EXPECT_EQ(f.Controls().size(), 3u);
+}
+
+struct FocusFixture : ::testing::Test {
+  Form f{"f"};
+  TextBox& a = f.AddTextBox("txtA");
+  TextBox& b = f.AddTextBox("txtB");
+  Log log;
+  void Trace(Control& c) {
+    c.Validate.Connect([this, &c](bool&) { log.entries.push_back(c.Name() + ".Validate"); });
+    c.LostFocus.Connect(log.Add(c.Name() + ".LostFocus"));
+    c.GotFocus.Connect(log.Add(c.Name() + ".GotFocus"));
+  }
+};
+
+TEST_F(FocusFixture, MovesInTheRuntimeOrder) {
+  Trace(a);
+  Trace(b);
+  EXPECT_TRUE(a.SetFocus());
+  EXPECT_TRUE(b.SetFocus());
+  EXPECT_TRUE(b.SetFocus());  // already there: nothing fires
+  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtA.GotFocus", "txtA.Validate",
+                                                   "txtA.LostFocus", "txtB.GotFocus"}));
+  EXPECT_TRUE(b.HasFocus());
+  EXPECT_FALSE(a.HasFocus());
+}
+
+TEST_F(FocusFixture, CancelledValidateKeepsTheFocusAndTellsTheView) {
+  a.SetFocus();
+  Trace(a);
+  Trace(b);
+  a.Validate.Connect([&](bool& cancel) { cancel = a.Text().empty(); });
+  std::vector<std::string> told;
+  f.AddObserver([&](Control& c, std::string_view p) { told.push_back(c.Name() + "." + std::string(p)); });
+  EXPECT_FALSE(b.SetFocus());
+  EXPECT_EQ(f.ActiveControl(), &a);
+  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtA.Validate"}));
+  EXPECT_EQ(told, (std::vector<std::string>{"txtA.Focus"}));
+  a.setText("x");
+  EXPECT_TRUE(b.SetFocus());
+  EXPECT_EQ(f.ActiveControl(), &b);
+}
+
+TEST_F(FocusFixture, LostFocusHandlerMayMoveTheFocusOnwards) {
+  TextBox& c = f.AddTextBox("txtC");
+  Trace(b);
+  Trace(c);
+  a.SetFocus();
+  a.LostFocus.Connect([&] { c.SetFocus(); });
+  b.SetFocus();
+  EXPECT_EQ(f.ActiveControl(), &c);
+  // b got the focus but lost it before its GotFocus could run.
+  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtB.Validate", "txtB.LostFocus",
+                                                   "txtC.GotFocus"}));
+}
+
+TEST_F(FocusFixture, ControlsThatCannotTakeTheFocus) {
+  Frame& frame = f.AddFrame("fraSelec", 0);
+  Label& label = f.AddLabel("lblPalabras");
+  b.setParent(&frame);
+  a.SetFocus();
+  frame.setVisible(false);
+  EXPECT_EQ(ErrorOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
+  frame.setVisible(true);
+  frame.setEnabled(false);
+  EXPECT_EQ(ErrorOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorOf([&] { label.SetFocus(); }), err::kPropertyNotFound);
+  EXPECT_EQ(ErrorOf([&] { frame.SetFocus(); }), err::kPropertyNotFound);
+  EXPECT_EQ(f.ActiveControl(), &a);
+  EXPECT_EQ(ErrorOf([&] { frame.setParent(&frame); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorOf([&] { frame.setParent(&label); }), err::kInvalidProcedureCall);
+  // Hiding the focused control takes the focus away, with LostFocus but no Validate.
+  Trace(a);
+  a.setVisible(false);
+  EXPECT_EQ(f.ActiveControl(), nullptr);
+  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtA.LostFocus"}));
+}
+
+TEST(Observers, SeeEveryChangeBeforeItsEvent) {
+  Form f("f");
+  TextBox& t = f.AddTextBox("txtPalabras");
+  CheckBox& c = f.AddCheckBox("chkNuevo");
+  std::vector<std::string> seen;
+  const int id = f.AddObserver([&](Control& ctl, std::string_view p) {
+    seen.push_back(ctl.Name() + "." + std::string(p));
+  });
+  t.Change.Connect([&] { seen.push_back("Change:" + t.Text()); });
+  c.Click.Connect([&] { seen.push_back("Click"); });
+  t.setText("casa");
+  c.setValue(2);
+  t.setEnabled(false);
+  t.setEnabled(false);
+  f.RemoveObserver(id);
+  c.setCaption("Nuevo");
+  EXPECT_EQ(seen, (std::vector<std::string>{"txtPalabras.Text", "Change:casa", "chkNuevo.Value",
+                                            "Click", "txtPalabras.Enabled"}));
+}
+
+TEST(Keys, KeyDownHandlerMaySwallowTheKey) {
+  Form f("f");
+  CheckBox& c = f.AddCheckBox("chkTrastero");
+  c.setValue(1);
+  // As the criteria's check boxes do: Delete turns the box grey and the key is consumed.
+  c.KeyDown.Connect([&](int& key, int& shift) {
+    if (key == vbKeyDelete) {
+      c.setValue(2);
+      key = 0;
+    }
+  });
+  EXPECT_EQ(c.SendKeyDown(vbKeyReturn, vbShiftMask), vbKeyReturn);
+  EXPECT_EQ(c.Value(), 1);
+  EXPECT_EQ(c.SendKeyDown(vbKeyDelete, 0), 0);
+  EXPECT_EQ(c.Value(), 2);
+}
+
+TEST(Events, HandlersRunInOrderAndMayDisconnectDuringFiring) {
+  Form f("f");
+  CommandButton& b = f.AddCommandButton("cmdAceptar");
+  std::vector<int> ran;
+  int second = 0;
+  b.Click.Connect([&] {
+    ran.push_back(1);
+    b.Click.Disconnect(second);
+  });
+  second = b.Click.Connect([&] { ran.push_back(2); });
+  b.Click.Connect([&] { ran.push_back(3); });
+  b.Press();
+  b.Press();
+  EXPECT_EQ(ran, (std::vector<int>{1, 3, 1, 3}));
+}
+
+}  // namespace
+}  // namespace cp::form

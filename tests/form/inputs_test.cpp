@@ -1,0 +1,197 @@
+// Text boxes, drop-down lists, check boxes, date pickers and tab strips: their values and the
+// events that changing them fires.
+#include <gtest/gtest.h>
+
+#include "platform/core/date.h"
+#include "platform/form/check_box.h"
+#include "platform/form/combo_box.h"
+#include "platform/form/control_container.h"
+#include "platform/form/date_picker.h"
+#include "platform/form/ss_tab.h"
+#include "platform/form/text_box.h"
+#include "tests/form/form_test_support.h"
+
+namespace cp::form {
+namespace {
+
+using testing::ErrorOf;
+
+TEST(TextBox, ChangeFiresOnlyWhenTheTextDiffers) {
+  Form f("f");
+  TextBox& t = f.AddTextBox("txtPalabras");
+  int changes = 0;
+  t.Change.Connect([&] { ++changes; });
+  t.setText("Ávila");
+  t.setText("Ávila");
+  t.setText("");
+  t.setText("");
+  EXPECT_EQ(changes, 2);
+  EXPECT_EQ(t.Text(), "");
+}
+
+TEST(TextBox, ChangeHandlerMaySetTheTextAgain) {
+  Form f("f");
+  TextBox& t = f.AddTextBox("txtPrecio", 0);
+  std::vector<std::string> seen;
+  t.Change.Connect([&] {
+    seen.push_back(t.Text());
+    if (t.Text() == "150000") t.setText("150.000");
+  });
+  t.setText("150000");
+  EXPECT_EQ(t.Text(), "150.000");
+  EXPECT_EQ(seen, (std::vector<std::string>{"150000", "150.000"}));
+  // A handler that never settles ends with an error instead of a crash.
+  t.Change.Connect([&] { t.setText(t.Text() + "x"); });
+  EXPECT_EQ(ErrorOf([&] { t.setText("a"); }), kOutOfStackSpace);
+}
+
+TEST(TextBox, SelectionCountsCharactersAndIsCutToTheText) {
+  Form f("f");
+  TextBox& t = f.AddTextBox("txtZona");
+  t.setText("Peñíscola");
+  t.setSelStart(2);
+  t.setSelLength(3);
+  EXPECT_EQ(t.SelText(), "ñís");
+  t.setSelLength(100);
+  EXPECT_EQ(t.SelLength(), 7);
+  EXPECT_EQ(t.SelText(), "ñíscola");
+  t.setSelStart(50);
+  EXPECT_EQ(t.SelStart(), 9);
+  EXPECT_EQ(ErrorOf([&] { t.setSelStart(-1); }), err::kInvalidPropertyValue);
+  EXPECT_EQ(ErrorOf([&] { t.setSelLength(-1); }), err::kInvalidPropertyValue);
+  t.setSelStart(3);
+  t.setText("otro");  // new text puts the caret back at the start
+  EXPECT_EQ(t.SelStart(), 0);
+  EXPECT_EQ(t.SelLength(), 0);
+}
+
+TEST(ComboBox, ListIndexSelectsAndClicksOnChange) {
+  Form f("f");
+  ComboBox& c = f.AddComboBox("cboOpPalabras");
+  for (const char* item : {"Al principio", "En todo el texto", "Al final"}) c.AddItem(item);
+  int clicks = 0;
+  c.Click.Connect([&] { ++clicks; });
+  EXPECT_EQ(c.ListIndex(), -1);
+  EXPECT_EQ(c.Text(), "");
+  c.setListIndex(1);
+  c.setListIndex(1);
+  EXPECT_EQ(clicks, 1);
+  EXPECT_EQ(c.Text(), "En todo el texto");
+  EXPECT_EQ(ErrorOf([&] { c.setListIndex(3); }), err::kInvalidPropertyValue);
+  EXPECT_EQ(ErrorOf([&] { c.setListIndex(-2); }), err::kInvalidPropertyValue);
+  EXPECT_EQ(c.ListIndex(), 1);
+  c.setText("Al final");
+  EXPECT_EQ(c.ListIndex(), 2);
+  EXPECT_EQ(clicks, 2);
+}
+
+TEST(ComboBox, UnknownTextIsRefusedAndChangesNothing) {
+  Form f("f");
+  ComboBox& c = f.AddComboBox("cboEntidad");
+  c.AddItem("Clientes");
+  c.AddItem("Demandas");
+  c.setListIndex(1);
+  int clicks = 0;
+  c.Click.Connect([&] { ++clicks; });
+  for (const char* text : {"Abogados", "clientes", "Clientes ", ""}) {
+    EXPECT_EQ(ErrorOf([&] { c.setText(text); }), kTextIsReadOnly) << text;
+  }
+  EXPECT_EQ(c.ListIndex(), 1);
+  EXPECT_EQ(clicks, 0);
+}
+
+TEST(ComboBox, EditingTheListKeepsTheSelectedItem) {
+  Form f("f");
+  ComboBox& c = f.AddComboBox("cboEn");
+  c.AddItem("b");
+  c.AddItem("d");
+  c.setItemData(1, 40);
+  c.setListIndex(1);
+  int clicks = 0;
+  c.Click.Connect([&] { ++clicks; });
+  c.AddItem("a", 0);
+  c.AddItem("c", 2);
+  EXPECT_EQ(c.ListIndex(), 3);
+  EXPECT_EQ(c.Text(), "d");
+  EXPECT_EQ(c.ItemData(3), 40);
+  c.RemoveItem(0);
+  EXPECT_EQ(c.ListIndex(), 2);
+  c.RemoveItem(2);
+  EXPECT_EQ(c.ListIndex(), -1);
+  EXPECT_EQ(clicks, 0);
+  EXPECT_EQ(c.List(5), "");
+  EXPECT_EQ(ErrorOf([&] { c.AddItem("x", 4); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorOf([&] { c.RemoveItem(2); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorOf([&] { c.ItemData(2); }), kInvalidPropertyArrayIndex);
+  c.setListIndex(0);
+  c.Clear();
+  EXPECT_EQ(c.ListCount(), 0);
+  EXPECT_EQ(c.ListIndex(), -1);
+  EXPECT_EQ(clicks, 1);
+}
+
+TEST(CheckBox, ValuesAndClick) {
+  Form f("f");
+  CheckBox& c = f.AddCheckBox("chkNuevo");
+  int clicks = 0;
+  c.Click.Connect([&] { ++clicks; });
+  struct Case {
+    int value;
+    long error;
+    int expectedValue;
+    int expectedClicks;
+  };
+  const Case cases[] = {{2, 0, 2, 1}, {2, 0, 2, 1}, {1, 0, 1, 2}, {3, 380, 1, 2},
+                        {-1, 380, 1, 2}, {0, 0, 0, 3}};
+  for (const Case& k : cases) {
+    EXPECT_EQ(ErrorOf([&] { c.setValue(k.value); }), k.error) << k.value;
+    EXPECT_EQ(c.Value(), k.expectedValue) << k.value;
+    EXPECT_EQ(clicks, k.expectedClicks) << k.value;
+  }
+}
+
+TEST(DTPicker, NullWhileUncheckedAndChangeOnEveryNewValue) {
+  Form f("f");
+  DTPicker& d = f.AddDTPicker("dtpAlta", 0);
+  int changes = 0;
+  d.Change.Connect([&] { ++changes; });
+  const Date may = MakeDate(2024, 5, 17);
+  d.setValue(Variant(may));
+  d.setValue(Variant::Null());
+  EXPECT_TRUE(d.Value().IsNull());
+  EXPECT_FALSE(d.Checked());
+  d.setValue(Variant::Null());
+  EXPECT_EQ(changes, 2);
+  d.setChecked(true);  // checking again shows the date it had
+  EXPECT_EQ(d.Value().AsDate(), may);
+  d.setValue(Variant("2024-05-17"));
+  EXPECT_EQ(changes, 3);
+  d.setValue(Variant("01/02/2023"));
+  EXPECT_EQ(d.Value().AsDate(), MakeDate(2023, 2, 1));
+  EXPECT_EQ(ErrorOf([&] { d.setValue(Variant()); }), err::kInvalidPropertyValue);
+  EXPECT_EQ(ErrorOf([&] { d.setValue(Variant("ayer")); }), err::kTypeMismatch);
+  EXPECT_EQ(d.Value().AsDate(), MakeDate(2023, 2, 1));
+  EXPECT_EQ(changes, 4);
+}
+
+TEST(SSTab, ClickReportsThePreviousTab) {
+  Form f("f");
+  SSTab& t = f.AddSSTab("tbsSelec", 3);
+  std::vector<int> previous;
+  t.Click.Connect([&](int p) { previous.push_back(p); });
+  t.setTab(2);
+  t.setTab(2);
+  t.setTab(0);
+  EXPECT_EQ(previous, (std::vector<int>{0, 2}));
+  EXPECT_EQ(ErrorOf([&] { t.setTab(3); }), err::kInvalidPropertyValue);
+  t.setTabCaption(1, " Tipo ");
+  EXPECT_EQ(t.TabCaption(1), " Tipo ");
+  EXPECT_EQ(ErrorOf([&] { t.TabCaption(3); }), kInvalidPropertyArrayIndex);
+  t.setTab(2);
+  t.setTabs(2);  // the current tab goes away: the last one becomes current
+  EXPECT_EQ(t.Tab(), 1);
+  EXPECT_EQ(previous, (std::vector<int>{0, 2, 0, 2}));
+}
+
+}  // namespace
+}  // namespace cp::form
