@@ -1,0 +1,25 @@
+#include "common/program_info.h"
+
+#ifndef CP_PROGRAM_VERSION
+#define CP_PROGRAM_VERSION "0.0.0"
+#endif
+
+namespace cp {
+namespace {
+std::string& Title() {
+  static std::string title = "CriterioPredios";
+  return title;
+}
+std::string& Version() {
+  static std::string version = CP_PROGRAM_VERSION;
+  return version;
+}
+}  // namespace
+
+std::string ProgramTitle() { return Title(); }
+void setProgramTitle(std::string title) { Title() = std::move(title); }
+
+std::string VersionPrograma() { return Version(); }
+void setVersionPrograma(std::string version) { Version() = std::move(version); }
+
+}  // namespace cp

@@ -1,0 +1,251 @@
+#include <new>
+#include <stdexcept>
+
+#include "common/messages.h"
+#include "tests/common/common_fixture.h"
+
+namespace cp::testing {
+namespace {
+
+using ErrorHandlerTest = CommonTest;
+
+struct HandlerRow {
+  long number;
+  std::string description;
+  std::string title;
+  int flags;
+  std::string text;
+};
+
+TEST_F(ErrorHandlerTest, EachKnownNumberAndAnyOtherShowsItsBoxAndIsLogged) {
+  setProgramTitle("Gestión Inmobiliaria");
+  setVersionPrograma("4.2.17");
+  const std::string label = "SQL_NumA de MSeleccion";
+  const HandlerRow rows[] = {
+      {70, "Permiso denegado", "Borrar", 0x1030,
+       "El fichero está bloqueado por Windows.\r\nCompruebe que no está abierto en Word."},
+      {7, "Memoria insuficiente", "Error de sistema", 0x1010,
+       "El sistema no dispone de suficiente memoria libre.\r\n"
+       "Cierre los programas que no esté utilizando o reinicie el sistema.\r\n"
+       "Es conveniente reiniciar Gestión Inmobiliaria para evitar errores."},
+      {3167, "Registro eliminado.", "Error", 0x1030,
+       "La ficha acaba de ser borrada por otro usuario y\r\nno se volverá a visualizar."},
+      {3200, "No se puede eliminar.", "Eliminar", 0x1040,
+       "Imposible eliminar el dato ya que está siendo utilizado por otras fichas."},
+      {13, "No coinciden los tipos", "Error. - Versión: 4.2.17", 0x1034,
+       "Error en la rutina: SQL_NumA de MSeleccion\r\n"
+       "Texto del error: No coinciden los tipos\r\n"
+       "Número del error: 13\r\n"
+       "¿Desea enviar la información sobre el error al soporte técnico de Norvak?"},
+      {-2147467259, "No especificado", "Error. - Versión: 4.2.17", 0x1034,
+       "Error en la rutina: SQL_NumA de MSeleccion\r\n"
+       "Texto del error: No especificado\r\n"
+       "Número del error: -2147467259\r\n"
+       "¿Desea enviar la información sobre el error al soporte técnico de Norvak?"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.number);
+    auto messenger = std::make_shared<ScriptedMessenger>();
+    SetMessenger(messenger);
+    std::filesystem::remove(LogFile());
+    int reloads = 0;
+    SetReloadHook([&] { ++reloads; });
+    ManejarError(label, Error(row.number, row.description));
+
+    ASSERT_EQ(messenger->shown().size(), 1u);
+    const auto& box = messenger->shown()[0];
+    EXPECT_EQ(box.title, row.title);
+    EXPECT_EQ(box.flags, row.flags);
+    EXPECT_EQ(box.text, row.text);
+    EXPECT_TRUE(box.modal_flag);
+    EXPECT_EQ(reloads, row.number == 3167 ? 1 : 0);
+    EXPECT_EQ(Log(), "05/03/24 09:07:02 SQL_NumA de MSeleccion [" + std::to_string(row.number) +
+                         "] " + row.description + "\n    Formularios: \n");
+    EXPECT_FALSE(ReportSent());
+    EXPECT_FALSE(gModalAbierto());
+  }
+}
+
+TEST_F(ErrorHandlerTest, DefaultTitleAndVersionAreTheComponentsOwn) {
+  // The fixture restores whatever the process had; a fresh process has the defaults.
+  ManejarError("x", Error(7, "Memoria insuficiente"));
+  ManejarError("x", Error(5, "d"));
+  ASSERT_EQ(messenger_->shown().size(), 2u);
+  EXPECT_NE(messenger_->shown()[0].text.find("reiniciar CriterioPredios para"), std::string::npos);
+  EXPECT_EQ(messenger_->shown()[1].title, "Error. - Versión: 0.1.0");
+}
+
+TEST_F(ErrorHandlerTest, AcceptedReportTurnsLaterGenericBoxesIntoPlainOnes) {
+  setVersionPrograma("1.0.0");
+  messenger_->QueueAnswer(msg::kYes);
+  ManejarError("cboEntidad_Click en frmSeleccion", Error(91, "Variable de objeto no establecida"));
+
+  EXPECT_TRUE(ReportSent());
+  ASSERT_EQ(messenger_->shown().size(), 2u);
+  // Without the support report the user learns where the log is.
+  const auto& info = messenger_->shown()[1];
+  EXPECT_EQ(info.flags, 0x1040);
+  EXPECT_NE(info.text.find(LogFile()), std::string::npos);
+
+  messenger_->ClearShown();
+  messenger_->QueueAnswer(msg::kYes);
+  ManejarError("VerSelAnt de SeleccionCli", Error(5, "Llamada no válida"));
+  ASSERT_EQ(messenger_->shown().size(), 1u);
+  EXPECT_EQ(messenger_->shown()[0].flags, 0x1030);
+  EXPECT_EQ(messenger_->shown()[0].title, "Error. - Versión: 1.0.0");
+  EXPECT_EQ(messenger_->shown()[0].text,
+            "Error en la rutina: VerSelAnt de SeleccionCli\r\n"
+            "Texto del error: Llamada no válida\r\n"
+            "Número del error: 5");
+  // Both errors are in the log, in order.
+  const std::string log = Log();
+  const auto first = log.find("cboEntidad_Click en frmSeleccion [91]");
+  const auto second = log.find("VerSelAnt de SeleccionCli [5]");
+  ASSERT_NE(first, std::string::npos);
+  ASSERT_NE(second, std::string::npos);
+  EXPECT_LT(first, second);
+}
+
+TEST_F(ErrorHandlerTest, DecliningTheReportKeepsOffering) {
+  messenger_->QueueAnswer(msg::kNo);
+  ManejarError("a", Error(5, "d"));
+  ManejarError("b", Error(5, "d"));
+  ASSERT_EQ(messenger_->shown().size(), 2u);
+  EXPECT_EQ(messenger_->shown()[1].flags, 0x1034);
+  EXPECT_FALSE(ReportSent());
+}
+
+TEST_F(ErrorHandlerTest, KnownNumbersNeverCountAsAcceptingTheReport) {
+  for (long number : {70L, 7L, 3167L, 3200L}) {
+    messenger_->QueueAnswer(msg::kYes);
+    ManejarError("a", Error(number, "d"));
+  }
+  EXPECT_FALSE(ReportSent());
+  EXPECT_EQ(messenger_->shown().size(), 4u);
+}
+
+TEST_F(ErrorHandlerTest, RecordDeletedReloadsAfterTheMessage) {
+  std::size_t shown_at_reload = 0;
+  int reloads = 0;
+  SetReloadHook([&] {
+    ++reloads;
+    shown_at_reload = messenger_->shown().size();
+  });
+  ManejarError("Form_Load de FichaInmueble", Error(3167, "Registro eliminado."));
+  EXPECT_EQ(reloads, 1);
+  EXPECT_EQ(shown_at_reload, 1u);
+  EXPECT_EQ(messenger_->shown()[0].flags, 0x1030);
+}
+
+TEST_F(ErrorHandlerTest, ModalFlagIsRestoredToWhatItWas) {
+  for (bool before : {false, true}) {
+    setgModalAbierto(before);
+    ManejarError("a", Error(3200, "d"));
+    EXPECT_EQ(gModalAbierto(), before);
+  }
+}
+
+class ThrowingMessenger : public Messenger {
+ public:
+  int Show(const std::string&, int, const std::string&) override { throw std::runtime_error("x"); }
+  std::string Ask(const std::string&, const std::string&, const std::string&) override {
+    throw std::runtime_error("x");
+  }
+};
+
+TEST_F(ErrorHandlerTest, FailuresOfItsOwnStepsStayInside) {
+  SetMessenger(std::make_shared<ThrowingMessenger>());
+  setgModalAbierto(false);
+  EXPECT_NO_THROW(ManejarError("a", Error(5, "d")));
+  EXPECT_FALSE(gModalAbierto());
+  EXPECT_NE(Log().find("a [5] d"), std::string::npos);
+}
+
+TEST_F(ErrorHandlerTest, LogGoesToTheSharedFolderWithOrWithoutSlash) {
+  for (const std::string& folder : {dir_, dir_ + "/"}) {
+    std::filesystem::remove(LogFile());
+    setErrLogPath(folder);
+    ManejarError("a", Error(3200, "d"));
+    EXPECT_EQ(Log(), "05/03/24 09:07:02 a [3200] d\n    Formularios: \n");
+  }
+}
+
+TEST_F(ErrorHandlerTest, NoSharedFolderLogsToTheTemporaryFolder) {
+  setenv("TMPDIR", dir_.c_str(), 1);
+  setErrLogPath("");
+  ManejarError("a", Error(3200, "d"));
+  EXPECT_EQ(ReadFile(dir_ + "/Norvak/ErrLog[_].txt"),
+            "05/03/24 09:07:02 a [3200] d\n    Formularios: \n");
+}
+
+TEST_F(ErrorHandlerTest, UnwritableLogIsReportedOnceAndNotHandledAgain) {
+  const std::string blocker = dir_ + "/not-a-folder";
+  std::ofstream(blocker) << "x";
+  setErrLogPath(blocker);
+  ManejarError("a", Error(3200, "d"));
+  ASSERT_EQ(messenger_->shown().size(), 2u);
+  EXPECT_EQ(messenger_->shown()[1].text, "Error al crear " + blocker + "/ErrLog[_].txt");
+  EXPECT_EQ(messenger_->shown()[1].flags, 0x10);
+  EXPECT_EQ(messenger_->shown()[1].title, "");
+}
+
+// The trap.
+
+struct TrapRow {
+  std::string name;
+  std::function<void()> body;
+  long number;
+  std::string description;
+};
+
+TEST_F(ErrorHandlerTest, TrapHandsEveryStandardFailureToTheHandler) {
+  const TrapRow rows[] = {
+      {"cp::Error", [] { Raise(94); }, 94, "Uso no válido de Null"},
+      {"cp::Error from elsewhere", [] { throw Error(20001, "The instance is not initialized yet.",
+                                                   "CFieldLinker"); },
+       20001, "The instance is not initialized yet."},
+      {"bad_alloc", [] { throw std::bad_alloc(); }, 7, "Memoria insuficiente"},
+      {"out_of_range", [] { (void)std::string("ab").at(5); }, 9,
+       "El subíndice está fuera del intervalo"},
+      {"overflow_error", [] { throw std::overflow_error("big"); }, 6, "Desbordamiento"},
+      {"other", [] { throw std::runtime_error("disco lleno"); }, 5,
+       "Llamada a procedimiento o argumento no válidos (disco lleno)"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    std::filesystem::remove(LogFile());
+    EXPECT_FALSE(Atrapar("Prueba de RutinasErr", row.body));
+    EXPECT_EQ(Log(), "05/03/24 09:07:02 Prueba de RutinasErr [" + std::to_string(row.number) +
+                         "] " + row.description + "\n    Formularios: \n");
+  }
+}
+
+TEST_F(ErrorHandlerTest, TrapLeavesResultsAsTheyWereAtTheError) {
+  std::string result = "antes";
+  const bool finished = Atrapar("SQL_Fechas de MSeleccion", [&] {
+    result += " durante";
+    Raise(13);
+    result += " después";
+  });
+  EXPECT_FALSE(finished);
+  EXPECT_EQ(result, "antes durante");
+  ASSERT_EQ(messenger_->shown().size(), 1u);
+  EXPECT_NE(messenger_->shown()[0].text.find("Error en la rutina: SQL_Fechas de MSeleccion"),
+            std::string::npos);
+}
+
+TEST_F(ErrorHandlerTest, TrapIsSilentWhenNothingFails) {
+  int runs = 0;
+  EXPECT_TRUE(Atrapar("a", [&] { ++runs; }));
+  EXPECT_EQ(runs, 1);
+  EXPECT_TRUE(messenger_->shown().empty());
+  EXPECT_FALSE(std::filesystem::exists(LogFile()));
+}
+
+TEST_F(ErrorHandlerTest, TrapLetsNonStandardExceptionsThrough) {
+  EXPECT_THROW(Atrapar("a", [] { throw 42; }), int);
+  EXPECT_TRUE(messenger_->shown().empty());
+}
+
+}  // namespace
+}  // namespace cp::testing

@@ -1,0 +1,157 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <set>
+
+#include "tests/common/common_fixture.h"
+
+namespace cp::testing {
+namespace {
+
+using ErrorLogTest = CommonTest;
+
+TEST_F(ErrorLogTest, EntryNamesTheActiveFormItsControlAndEveryOpenForm) {
+  struct Row {
+    std::string name;
+    std::vector<std::string> open;
+    std::optional<std::string> active, control;
+    std::string first_line_end, second_line;
+  };
+  const Row rows[] = {
+      {"form and control", {"frmClientes", "frmSeleccion"}, "frmSeleccion", "txtPalabras",
+       " (frmSeleccion)->(txtPalabras)", "    Formularios: {frmClientes} {frmSeleccion} "},
+      {"form without control", {"frmInmuebles"}, "frmInmuebles", std::nullopt,
+       " (frmInmuebles)", "    Formularios: {frmInmuebles} "},
+      {"control without form", {}, std::nullopt, "txtZona", "", "    Formularios: "},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    std::filesystem::remove(LogFile());
+    SetHostForms(std::make_shared<FakeHostForms>(row.open, row.active, row.control));
+    EXPECT_TRUE(AppendErrorLog("cmdAceptar_Click en frmSeleccion", 3021,
+                               "No hay ningún registro activo.", LogFile()));
+    EXPECT_EQ(Log(),
+              "05/03/24 09:07:02 cmdAceptar_Click en frmSeleccion [3021] "
+              "No hay ningún registro activo." + row.first_line_end + "\n" + row.second_line +
+                  "\n");
+  }
+  EXPECT_TRUE(messenger_->shown().empty());
+}
+
+TEST_F(ErrorLogTest, DateAndTimeAreTwoDigitFields) {
+  const std::pair<Date, std::string> rows[] = {
+      {MakeDate(2005, 1, 2, 3, 4, 5), "02/01/05 03:04:05 "},
+      {MakeDate(1999, 12, 31, 23, 59, 59), "31/12/99 23:59:59 "},
+      {MakeDate(2030, 10, 20, 0, 0, 0), "20/10/30 00:00:00 "},
+  };
+  for (const auto& [date, prefix] : rows) {
+    std::filesystem::remove(LogFile());
+    SetFixedNow(date);
+    AppendErrorLog("a", 1, "d", LogFile());
+    EXPECT_EQ(Log(), prefix + "a [1] d\n    Formularios: \n");
+  }
+}
+
+TEST_F(ErrorLogTest, EntriesAreAppendedToWhatIsThere) {
+  std::ofstream(LogFile()) << "línea anterior\n";
+  AppendErrorLog("a", 1, "uno", LogFile());
+  AppendErrorLog("b", 2, "dos", LogFile());
+  EXPECT_EQ(Log(),
+            "línea anterior\n"
+            "05/03/24 09:07:02 a [1] uno\n    Formularios: \n"
+            "05/03/24 09:07:02 b [2] dos\n    Formularios: \n");
+}
+
+TEST_F(ErrorLogTest, FileThatCannotBeCreatedIsReportedWithoutTheHandler) {
+  const std::string blocker = dir_ + "/fichero";
+  std::ofstream(blocker) << "x";
+  const std::string path = blocker + "/ErrLog[_].txt";
+  EXPECT_FALSE(AppendErrorLog("a", 5, "d", path));
+  ASSERT_EQ(messenger_->shown().size(), 1u);
+  EXPECT_EQ(messenger_->shown()[0].text, "Error al crear " + path);
+  EXPECT_EQ(messenger_->shown()[0].flags, 0x10);
+  EXPECT_EQ(messenger_->shown()[0].title, "");
+  EXPECT_TRUE(messenger_->shown()[0].modal_flag);
+}
+
+TEST_F(ErrorLogTest, FileThatCannotBeWrittenIsReported) {
+  if (access("/dev/full", W_OK) != 0) GTEST_SKIP() << "no /dev/full here";
+  EXPECT_FALSE(AppendErrorLog("a", 5, "d", "/dev/full"));
+  ASSERT_EQ(messenger_->shown().size(), 1u);
+  EXPECT_EQ(messenger_->shown()[0].text, "Error al escribir en /dev/full");
+  EXPECT_EQ(messenger_->shown()[0].flags, 0x10);
+}
+
+TEST_F(ErrorLogTest, EmptyPathMeansTheTemporaryFolder) {
+  for (const std::string& tmpdir : {dir_, dir_ + "/"}) {
+    setenv("TMPDIR", tmpdir.c_str(), 1);
+    std::filesystem::remove_all(dir_ + "/Norvak");
+    EXPECT_EQ(rutaCarpetaTemporal(), dir_ + "/Norvak/");
+    EXPECT_TRUE(std::filesystem::is_directory(dir_ + "/Norvak"));
+    EXPECT_TRUE(AppendErrorLog("a", 5, "d", ""));
+    EXPECT_EQ(ReadFile(dir_ + "/Norvak/ErrLog[_].txt"), "05/03/24 09:07:02 a [5] d\n    Formularios: \n");
+  }
+  setenv("TMPDIR", "", 1);
+  EXPECT_EQ(ErrorLogFile(""), "/tmp/Norvak/ErrLog[_].txt");
+}
+
+TEST_F(ErrorLogTest, ConcurrentProcessesNeverInterleaveOrLoseEntries) {
+  constexpr int kProcesses = 8;
+  constexpr int kEntries = 200;
+  // Long entries make a torn or interleaved write likely to show.
+  const std::string description(3000, 'x');
+  // The children start together when the parent closes the pipe, so their writes overlap.
+  int start[2];
+  ASSERT_EQ(pipe(start), 0);
+  std::vector<pid_t> children;
+  for (int p = 0; p < kProcesses; ++p) {
+    const pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+      close(start[1]);
+      char byte;
+      while (read(start[0], &byte, 1) < 0 && errno == EINTR) {
+      }
+      bool ok = true;
+      for (int n = 0; n < kEntries; ++n) {
+        ok &= AppendErrorLog("p" + std::to_string(p) + " e" + std::to_string(n), p, description,
+                             LogFile());
+      }
+      _exit(ok ? 0 : 1);
+    }
+    children.push_back(pid);
+  }
+  close(start[0]);
+  close(start[1]);
+  for (pid_t pid : children) {
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  }
+
+  std::istringstream log(Log());
+  std::set<std::string> seen;
+  std::string first, second;
+  while (std::getline(log, first)) {
+    ASSERT_TRUE(std::getline(log, second));
+    ASSERT_EQ(second, "    Formularios: ");
+    const std::string prefix = "05/03/24 09:07:02 ";
+    ASSERT_EQ(first.compare(0, prefix.size(), prefix), 0) << first.substr(0, 80);
+    const auto number_end = first.find("] ", prefix.size());
+    ASSERT_NE(number_end, std::string::npos);
+    ASSERT_EQ(first.substr(number_end + 2), description);
+    seen.insert(first.substr(prefix.size(), number_end - prefix.size()));
+  }
+  EXPECT_EQ(seen.size(), static_cast<std::size_t>(kProcesses * kEntries));
+  for (int p = 0; p < kProcesses; ++p) {
+    for (int n = 0; n < kEntries; ++n) {
+      const std::string key = "p" + std::to_string(p) + " e" + std::to_string(n) + " [" +
+                              std::to_string(p);
+      ASSERT_TRUE(seen.count(key)) << key;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace cp::testing

@@ -1,0 +1,76 @@
+#include "common/sql_text.h"
+
+#include "tests/common/common_fixture.h"
+
+namespace cp::testing {
+namespace {
+
+using SqlTextTest = CommonTest;
+
+TEST_F(SqlTextTest, ComillaDoublesQuotesThenTakesBarsOutOfTheLiteral) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"", ""},
+      {"Madrid", "Madrid"},
+      {"O'Brien", "O''Brien"},
+      {"''", "''''"},
+      {"|", "' + chr(124) + '"},
+      {"a||b", "a' + chr(124) + '' + chr(124) + 'b"},
+      // Quotes first: the quotes that the bar's replacement brings are not doubled.
+      {"|'", "' + chr(124) + '''"},
+      {"a|b'c", "a' + chr(124) + 'b''c"},
+      // Wildcards stay wildcards; other text passes through untouched.
+      {"*Ávila?#[a-c][!x]\"%_", "*Ávila?#[a-c][!x]\"%_"},
+  };
+  for (const auto& [in, out] : rows) EXPECT_EQ(Comilla(in), out) << in;
+  EXPECT_TRUE(messenger_->shown().empty());
+}
+
+TEST_F(SqlTextTest, ComillaSqlMakesACompleteLiteral) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"", "''"},
+      {"|", "'' + chr(124) + ''"},
+      {"O'Brien|2", "'O''Brien' + chr(124) + '2'"},
+      {"Peñíscola", "'Peñíscola'"},
+  };
+  for (const auto& [in, out] : rows) EXPECT_EQ(ComillaSQL(in), out) << in;
+}
+
+TEST_F(SqlTextTest, PaddingFillsWithZerosAndNeverCuts) {
+  struct Row {
+    std::string text;
+    std::int16_t width;
+    std::string out;
+  };
+  const Row rows[] = {
+      {"42", 5, "00042"},      {"42", 2, "42"},         {"12345", 3, "12345"},
+      {"", 3, "000"},          {"42", 0, "42"},         {"42", -5, "42"},
+      {"", 0, ""},             {"ñ", 3, "00ñ"},         {"", -32768, ""},
+      {"7", 32767, std::string(32766, '0') + "7"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Padding(row.text, row.width), row.out) << row.text;
+  EXPECT_TRUE(messenger_->shown().empty());
+  const std::string long_text(40000, '9');
+  EXPECT_EQ(Padding(long_text, 32767), long_text);
+}
+
+TEST_F(SqlTextTest, PaddingBeyondSixteenBitsIsReportedAndGivesNothing) {
+  const std::pair<std::string, std::int16_t> rows[] = {
+      {"x", -32768},
+      {std::string(70000, '1'), 0},
+  };
+  for (const auto& [text, width] : rows) {
+    messenger_->ClearShown();
+    std::filesystem::remove(LogFile());
+    EXPECT_EQ(Padding(text, width), "");
+    ASSERT_EQ(messenger_->shown().size(), 1u);
+    EXPECT_EQ(messenger_->shown()[0].text,
+              "Error en la rutina: Padding() de RutinasErr\r\nTexto del error: Desbordamiento\r\n"
+              "Número del error: 6\r\n"
+              "¿Desea enviar la información sobre el error al soporte técnico de Norvak?");
+    EXPECT_EQ(Log(), "05/03/24 09:07:02 Padding() de RutinasErr [6] Desbordamiento\n"
+                     "    Formularios: \n");
+  }
+}
+
+}  // namespace
+}  // namespace cp::testing
