@@ -1,0 +1,88 @@
+// criteriopredios: the command-line face of the selection component. Each subcommand is
+// declared by one Add* function below and runs a routine of cli/commands.h; a new subcommand
+// adds its own function and one line in main.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <map>
+
+#include "cli/commands.h"
+
+namespace {
+
+using cp::cli::kExitError;
+
+// Where the chosen subcommand leaves its exit status.
+int g_status = cp::cli::kExitOk;
+
+void AddInitDb(CLI::App& app) {
+  auto options = std::make_shared<cp::cli::InitDbOptions>();
+  CLI::App* cmd = app.add_subcommand(
+      "init-db",
+      "Crea una base de datos SQLite nueva con el esquema de la agencia; con --demo la llena "
+      "de datos de ejemplo (siempre los mismos para el mismo tamaño). No sobrescribe un "
+      "fichero existente (estado 2).");
+  cmd->add_option("--db", options->db, "Fichero SQLite que se crea")->required();
+  CLI::Option* demo = cmd->add_flag("--demo", options->demo, "Llenarla con datos de ejemplo");
+  cmd->add_option("--size", options->size,
+                  "Número de inmuebles propios de los datos de ejemplo (por omisión 2000); "
+                  "ajenos, archivados y vendidos son la cuarta parte, demandas la mitad")
+      ->check(CLI::NonNegativeNumber)
+      ->needs(demo);
+  cmd->callback([options] { g_status = cp::cli::InitDb(*options, std::cout, std::cerr); });
+}
+
+void AddTranslate(CLI::App& app) {
+  auto options = std::make_shared<cp::cli::TranslateOptions>();
+  CLI::App* cmd = app.add_subcommand(
+      "translate",
+      "Muestra la traducción de una instrucción SQL de Jet al SQL del motor indicado. Un "
+      "error de traducción sale por la salida de errores (estado 2).");
+  const std::map<std::string, cp::jetsql::Dialect> dialects = {
+      {"sqlite", cp::jetsql::Dialect::Sqlite}, {"postgres", cp::jetsql::Dialect::Postgres}};
+  cmd->add_option("--dialect", options->dialect, "Motor de destino: sqlite o postgres")
+      ->required()
+      ->transform(CLI::CheckedTransformer(dialects, CLI::ignore_case));
+  cmd->add_flag("--condition", options->condition,
+                "El texto es una condición suelta (sin SELECT ni WHERE)");
+  cmd->add_option("SQL", options->sql, "Instrucción SELECT de Jet")->required();
+  cmd->callback([options] { g_status = cp::cli::Translate(*options, std::cout, std::cerr); });
+}
+
+void AddSql(CLI::App& app) {
+  auto options = std::make_shared<cp::cli::SqlOptions>();
+  CLI::App* cmd = app.add_subcommand(
+      "sql",
+      "Ejecuta una instrucción SELECT de Jet a través de la API tipo DAO y muestra las filas: "
+      "una línea de cabecera con los nombres de columna y una línea por fila, valores "
+      "separados por tabulador. Nulo = campo vacío; enteros tal cual; decimales con punto "
+      "(1234.5); fechas ISO (aaaa-mm-dd, o aaaa-mm-dd hh:mm:ss si tienen hora); Sí/No como "
+      "1/0; dentro del texto, tabulador, salto de línea, retorno y barra invertida se escriben "
+      "\\t, \\n, \\r y \\\\. Con --json, un array de objetos (nulo como null, Sí/No como "
+      "true/false). Un error (tabla o columna desconocida...) sale por la salida de errores "
+      "con el mensaje de DAO (estado 2).");
+  cmd->add_option("--db", options->db, "Fichero de la base de datos")->required();
+  cmd->add_flag("--json", options->json, "Filas como array JSON de objetos");
+  cmd->add_option("STATEMENT", options->statement, "Instrucción SELECT de Jet")->required();
+  cmd->callback([options] { g_status = cp::cli::Sql(*options, std::cout, std::cerr); });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app(
+      "criteriopredios: criterios de selección de clientes, inmuebles y demandas sobre una "
+      "base de datos de agencia. Estado de salida: 0 si el trabajo se hizo, 2 con argumentos "
+      "incorrectos o un error.");
+  app.require_subcommand(1);
+  AddInitDb(app);
+  AddTranslate(app);
+  AddSql(app);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& e) {
+    // --help is a "successful" parse error: CLI11 prints it and returns 0.
+    const int code = app.exit(e);
+    return code == 0 ? 0 : kExitError;
+  }
+  return g_status;
+}

@@ -1,0 +1,41 @@
+#pragma once
+// The database schema of the agency files that the component reads: contact, property and
+// demand tables, their lookup and join tables. Declared type names are those that the
+// DAO-like API maps to DAO type codes (INTEGER, SMALLINT, TINYINT, CURRENCY, DOUBLE,
+// VARCHAR(n), TEXT, BOOLEAN, DATETIME); the file stays a plain SQLite file.
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cp::cli {
+
+struct ColumnSpec {
+  std::string name;
+  std::string type;          // declared type, e.g. "VARCHAR(50)"
+  bool auto_key = false;     // INTEGER PRIMARY KEY AUTOINCREMENT
+  bool not_null = false;     // Yes/No columns: NOT NULL DEFAULT 0
+};
+
+struct TableSpec {
+  std::string name;
+  std::vector<ColumnSpec> columns;
+  std::vector<std::string> indexed;  // columns with an index of their own
+
+  // The column called name, or nullptr.
+  const ColumnSpec* Find(std::string_view column) const;
+};
+
+// Every table of the schema, lookup tables first, in creation order.
+const std::vector<TableSpec>& SchemaTables();
+
+// The table called name, or nullptr.
+const TableSpec* FindTable(std::string_view name);
+
+// The CREATE TABLE and CREATE INDEX statements, in execution order.
+std::vector<std::string> SchemaStatements();
+
+// Runs every statement of SchemaStatements() through execute (which throws on failure).
+void CreateSchema(const std::function<void(const std::string&)>& execute);
+
+}  // namespace cp::cli
