@@ -115,15 +115,6 @@ TEST_F(ErrorHandlerTest, DecliningTheReportKeepsOffering) {
   EXPECT_FALSE(ReportSent());
 }
 
-TEST_F(ErrorHandlerTest, KnownNumbersNeverCountAsAcceptingTheReport) {
-  for (long number : {70L, 7L, 3167L, 3200L}) {
-    messenger_->QueueAnswer(msg::kYes);
-    ManejarError("a", Error(number, "d"));
-  }
-  EXPECT_FALSE(ReportSent());
-  EXPECT_EQ(messenger_->shown().size(), 4u);
-}
-
 TEST_F(ErrorHandlerTest, RecordDeletedReloadsAfterTheMessage) {
   std::size_t shown_at_reload = 0;
   int reloads = 0;
