@@ -28,7 +28,7 @@ class Control {
   // Index in its control array, -1 when the control is not an array element.
   int Index() const { return index_; }
   // The runtime's type name: "TextBox", "ComboBox", "CheckBox", "DTPicker", "CommandButton",
-  // "Label", "Frame" or "SSTab".
+  // "Label", "Frame", "SSTab", or a user control's class name ("SeleccionCli").
   virtual std::string TypeName() const = 0;
   ControlContainer& Container() const { return *container_; }
 

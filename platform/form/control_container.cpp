@@ -10,6 +10,7 @@
 #include "platform/form/label.h"
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
+#include "platform/form/user_control.h"
 
 namespace cp::form {
 namespace {
@@ -74,6 +75,12 @@ Frame& ControlContainer::AddFrame(std::string name, int index) {
 }
 SSTab& ControlContainer::AddSSTab(std::string name, int tabs, int index) {
   return Add<SSTab>(std::move(name), index, tabs);
+}
+
+UserControl& ControlContainer::AddUserControl(std::string name,
+                                              std::shared_ptr<ControlContainer> content,
+                                              int index) {
+  return Add<UserControl>(std::move(name), index, std::move(content));
 }
 
 Control* ControlContainer::Find(std::string_view name, int index) const {

@@ -23,6 +23,7 @@ class CommandButton;
 class Label;
 class Frame;
 class SSTab;
+class UserControl;
 
 // The runtime's errors for a control that is looked up and does not exist.
 inline constexpr long kControlNotFound = 730;         // no control of that name
@@ -55,6 +56,9 @@ class ControlContainer {
   Label& AddLabel(std::string name, int index = -1);
   Frame& AddFrame(std::string name, int index = -1);
   SSTab& AddSSTab(std::string name, int tabs = 1, int index = -1);
+  // Places a user control whose constituents are in content (shared with the caller).
+  UserControl& AddUserControl(std::string name, std::shared_ptr<ControlContainer> content,
+                              int index = -1);
 
   // Every control, in creation order.
   const std::vector<Control*>& Controls() const { return order_; }

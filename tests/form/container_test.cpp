@@ -12,6 +12,7 @@
 #include "platform/form/label.h"
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
+#include "platform/form/user_control.h"
 #include "tests/form/form_test_support.h"
 
 namespace cp::form {
@@ -71,6 +72,20 @@ TEST(ControlContainer, LookupErrors) {
     EXPECT_EQ(ErrorOf(cases[i].first), cases[i].second) << "case " << i;
   }
   EXPECT_EQ(f.Controls().size(), 3u);
+}
+
+TEST(ControlContainer, HoldsUserControlsSeenByTheirClassName) {
+  Form dialog("frmSeleccion");
+  auto contacts = std::make_shared<ControlContainer>("SeleccionCli");
+  TextBox& words = contacts->AddTextBox("txtPalabras");
+  UserControl& placed = dialog.AddUserControl("SeleccionCli1", contacts);
+  EXPECT_EQ(placed.TypeName(), "SeleccionCli");
+  EXPECT_EQ(&dialog.Get<UserControl>("seleccioncli1").Content().Get<TextBox>("txtPalabras"),
+            &words);
+  EXPECT_EQ(ErrorOf([&] { placed.SetFocus(); }), err::kPropertyNotFound);
+  EXPECT_EQ(ErrorOf([&] { dialog.AddUserControl("SeleccionInm1", nullptr); }),
+            err::kInvalidProcedureCall);
+  EXPECT_EQ(dialog.Controls().size(), 1u);
 }
 
 struct FocusFixture : ::testing::Test {
