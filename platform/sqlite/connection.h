@@ -1,0 +1,42 @@
+#pragma once
+// Connection: one open SQLite database handle (RAII), shared by the statements prepared on it
+// so that it outlives them. Every connection gets a busy timeout and the Jet functions that
+// translated SQL calls.
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/dao/dao_errors.h"
+
+struct sqlite3;
+
+namespace cp::sqlite {
+
+class Connection {
+ public:
+  enum class Mode { OpenExisting, CreateIfMissing };
+
+  // Opens a file read-write (creating it only in CreateIfMissing mode) and checks that it is
+  // a database. Failures: 3024 missing file, 3044 missing folder, 3343 not a database, 3260
+  // busy; source "DAO.Database".
+  static std::shared_ptr<Connection> Open(const std::string& path, Mode mode);
+
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection();
+
+  sqlite3* get() const { return db_; }
+  const std::string& path() const { return path_; }
+
+  // Raises the DAO error for a failed call that returned `rc`, using the connection's last
+  // message. sql: the text being run, for messages that name no better culprit.
+  [[noreturn]] void Fail(int rc, std::string_view sql, dao::SqlContext context,
+                         std::string_view source) const;
+
+ private:
+  Connection(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
+  sqlite3* db_;
+  std::string path_;
+};
+
+}  // namespace cp::sqlite

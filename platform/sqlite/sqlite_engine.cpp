@@ -1,0 +1,123 @@
+#include "platform/sqlite/sqlite_engine.h"
+
+#include <sqlite3.h>
+
+#include "platform/sqlite/statement.h"
+
+namespace cp::sqlite {
+namespace {
+
+using dao::kDatabaseSource;
+
+class SqliteCursor : public dao::Cursor {
+ public:
+  explicit SqliteCursor(Statement statement) : statement_(std::move(statement)) {
+    for (int c = 0; c < statement_.ColumnCount(); ++c)
+      columns_.push_back({statement_.ColumnName(c),
+                          dao::TypeFromDeclaration(statement_.DeclaredType(c))});
+  }
+  const std::vector<dao::ColumnInfo>& Columns() const override { return columns_; }
+  bool Next() override { return statement_.Step(); }
+  dao::Cell Value(int column) const override { return statement_.Column(column); }
+
+ private:
+  Statement statement_;
+  std::vector<dao::ColumnInfo> columns_;
+};
+
+class SqliteRowFilter : public dao::RowFilter {
+ public:
+  explicit SqliteRowFilter(Statement statement) : statement_(std::move(statement)) {}
+  bool Matches(const std::vector<dao::Cell>& row) override {
+    statement_.Reset();
+    for (std::size_t i = 0; i < row.size(); ++i)
+      statement_.Bind(static_cast<int>(i) + 1, row[i]);
+    const bool match = statement_.Step();
+    statement_.Reset();
+    return match;
+  }
+
+ private:
+  Statement statement_;
+};
+
+std::string QuoteName(const std::string& name) {
+  std::string out = "\"";
+  for (char c : name) {
+    if (c == '"') out += '"';
+    out += c;
+  }
+  return out + "\"";
+}
+
+}  // namespace
+
+SqliteEngine::SqliteEngine(const std::string& path)
+    : connection_(Connection::Open(path, Connection::Mode::OpenExisting)) {}
+
+std::unique_ptr<dao::Cursor> SqliteEngine::Query(const std::string& sql) {
+  Statement statement(connection_, sql, dao::SqlContext::Statement, kDatabaseSource);
+  if (!statement.ReadOnly()) dao::RaiseDao(dao::daoerr::kInvalidOperation, kDatabaseSource);
+  return std::make_unique<SqliteCursor>(std::move(statement));
+}
+
+std::unique_ptr<dao::RowFilter> SqliteEngine::PrepareRowFilter(
+    const std::vector<std::string>& columns, const std::string& condition) {
+  std::string sql = "SELECT 1 FROM (SELECT ";
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (i > 0) sql += ", ";
+    sql += "?" + std::to_string(i + 1) + " AS " + QuoteName(columns[i]);
+  }
+  sql += ") WHERE (" + condition + ")";
+  // Messages must name the criterion, not the wrapper around it.
+  try {
+    return std::make_unique<SqliteRowFilter>(
+        Statement(connection_, sql, dao::SqlContext::Criterion, kDatabaseSource));
+  } catch (const Error& e) {
+    if (e.number() != dao::daoerr::kSyntaxInExpression) throw;
+    throw Error(e.number(),
+                "Error de sintaxis (falta operador) en la expresión '" + condition + "'.",
+                e.source());
+  }
+}
+
+dao::TableDefinition SqliteEngine::Table(const std::string& name) {
+  Statement lookup(connection_,
+                   "SELECT name FROM sqlite_master WHERE type = 'table' AND name = ?1 "
+                   "COLLATE NOCASE AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'",
+                   dao::SqlContext::Statement, kDatabaseSource);
+  lookup.Bind(1, name);
+  if (!lookup.Step()) dao::RaiseDao(dao::daoerr::kItemNotFound, kDatabaseSource);
+  dao::TableDefinition table;
+  table.name = std::get<std::string>(lookup.Column(0));
+
+  Statement columns(connection_, "SELECT name, type FROM pragma_table_info(?1) ORDER BY cid",
+                    dao::SqlContext::Statement, kDatabaseSource);
+  columns.Bind(1, table.name);
+  while (columns.Step()) {
+    dao::FieldDefinition field;
+    field.name = std::get<std::string>(columns.Column(0));
+    const dao::Cell declared = columns.Column(1);
+    const auto type = dao::TypeFromDeclaration(
+        std::holds_alternative<std::string>(declared) ? std::get<std::string>(declared) : "");
+    field.type = type.type;
+    field.size = type.size;
+    int notNull = 0, primaryKey = 0, autoIncrement = 0;
+    const int rc = sqlite3_table_column_metadata(connection_->get(), "main", table.name.c_str(),
+                                                 field.name.c_str(), nullptr, nullptr, &notNull,
+                                                 &primaryKey, &autoIncrement);
+    if (rc != SQLITE_OK)
+      connection_->Fail(rc, table.name, dao::SqlContext::Statement, kDatabaseSource);
+    if (autoIncrement) {
+      field.attributes = dao::dbFixedField | dao::dbAutoIncrField;
+    } else {
+      const bool variable = field.type == dao::dbText || field.type == dao::dbMemo;
+      field.attributes = (variable ? dao::dbVariableField : dao::dbFixedField) |
+                         dao::dbUpdatableField;
+    }
+    table.fields.push_back(std::move(field));
+  }
+  return table;
+}
+
+}  // namespace cp::sqlite

@@ -1,0 +1,31 @@
+#pragma once
+// SqliteEngine: the embedded engine behind the DAO-like API, over one SQLite file.
+// It only reads: a statement that would write raises 3219 (tools write through native.h).
+#include <memory>
+#include <string>
+
+#include "platform/dao/engine.h"
+#include "platform/sqlite/connection.h"
+
+namespace cp::sqlite {
+
+class SqliteEngine : public dao::Engine {
+ public:
+  // Opens an existing file (errors as Connection::Open raises them).
+  explicit SqliteEngine(const std::string& path);
+
+  const std::string& Name() const override { return connection_->path(); }
+  jetsql::Dialect dialect() const override { return jetsql::Dialect::Sqlite; }
+  std::unique_ptr<dao::Cursor> Query(const std::string& sql) override;
+  // Evaluates the condition as "SELECT 1 FROM (SELECT ?1 AS col1, ...) WHERE condition" with
+  // the row's values bound, so the condition runs on this connection with its Jet functions.
+  std::unique_ptr<dao::RowFilter> PrepareRowFilter(const std::vector<std::string>& columns,
+                                                   const std::string& condition) override;
+  // Auto-increment comes from SQLite's own flag: INTEGER PRIMARY KEY AUTOINCREMENT.
+  dao::TableDefinition Table(const std::string& name) override;
+
+ private:
+  std::shared_ptr<Connection> connection_;
+};
+
+}  // namespace cp::sqlite

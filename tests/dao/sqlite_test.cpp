@@ -1,0 +1,169 @@
+// What only the SQLite engine does: files, the native path for tools, locking.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/core/error.h"
+#include "platform/dao/connect.h"
+#include "platform/dao/dao_errors.h"
+#include "platform/sqlite/native.h"
+
+namespace cp::sqlite {
+namespace {
+
+using ::testing::HasSubstr;
+namespace fs = std::filesystem;
+
+template <class Fn>
+Error Caught(Fn&& fn) {
+  try {
+    fn();
+  } catch (const Error& e) {
+    return e;
+  }
+  ADD_FAILURE() << "no error raised";
+  return Error(0, "");
+}
+
+class SqliteTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = fs::temp_directory_path() / ("cp_sqlite_" + std::to_string(::getpid()) + "_" +
+                                           ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+  std::string PathOf(const std::string& name) const { return (folder_ / name).string(); }
+
+  fs::path folder_;
+};
+
+TEST_F(SqliteTest, OpeningFailuresNameTheFileOrPath) {
+  const std::string missing = PathOf("no_existe.sqlite");
+  const Error file = Caught([&] { dao::OpenDatabase(missing); });
+  EXPECT_EQ(file.number(), dao::daoerr::kFileNotFound);
+  EXPECT_EQ(file.description(), "No se encuentra el archivo '" + missing + "'.");
+  EXPECT_EQ(file.source(), dao::kDatabaseSource);
+  EXPECT_FALSE(fs::exists(missing)) << "opening must not create the file";
+
+  const std::string badFolder = PathOf("falta/datos.sqlite");
+  const Error path = Caught([&] { dao::OpenDatabase(badFolder); });
+  EXPECT_EQ(path.number(), dao::daoerr::kInvalidPath);
+  EXPECT_THAT(path.description(), HasSubstr(badFolder));
+
+  const std::string text = PathOf("notas.txt");
+  std::ofstream(text) << "Esto no es una base de datos, aunque lo parezca por su longitud.\n";
+  const Error format = Caught([&] { dao::OpenDatabase(text); });
+  EXPECT_EQ(format.number(), dao::daoerr::kUnrecognisedFormat);
+  EXPECT_THAT(format.description(), HasSubstr(text));
+
+  EXPECT_EQ(Caught([&] { dao::OpenDatabase("postgresql://servidor/agencia"); }).number(),
+            dao::daoerr::kConnectionFailed);
+}
+
+TEST_F(SqliteTest, BulkInsertThroughNativeStatementsReadsBackTyped) {
+  const std::string path = PathOf("carga.sqlite");
+  {
+    NativeDatabase native(path, NativeDatabase::Mode::CreateIfMissing);
+    native.ExecuteNative(
+        "CREATE TABLE Inmueble (IdInmueble INTEGER PRIMARY KEY AUTOINCREMENT, "
+        "Referencia VARCHAR(20), Precio CURRENCY, Alta DATETIME, Activo BOOLEAN, Plantas "
+        "SMALLINT);");
+    Transaction tx(native);
+    auto insert = native.Prepare(
+        "INSERT INTO Inmueble (Referencia, Precio, Alta, Activo, Plantas) "
+        "VALUES (?1, ?2, ?3, ?4, ?5)");
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 1; i <= 20000; ++i) {
+      insert.Bind(1, "R" + std::to_string(i));
+      insert.Bind(2, i * 1000.5);
+      insert.Bind(3, MakeDate(2020, 1 + i % 12, 1 + i % 28, i % 2 ? 9 : 0, 0, 0));
+      insert.Bind(4, i % 3 == 0);
+      insert.Bind(5, i % 7 == 0 ? Variant::Null() : Variant(std::int16_t(i % 5)));
+      EXPECT_FALSE(insert.Step());
+      insert.Reset();
+    }
+    tx.Commit();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_EQ(native.LastInsertId(), 20000);
+    EXPECT_EQ(Caught([&] { insert.Bind(1, Variant(Array2D(0, 0, 0, 0))); }).number(),
+              err::kTypeMismatch);
+  }
+  auto db = dao::OpenDatabase(path);
+  auto rs = db->OpenRecordset("SELECT * FROM Inmueble WHERE IdInmueble = 7 OR IdInmueble = 9 "
+                              "ORDER BY IdInmueble");
+  ASSERT_EQ(rs.RecordCount(), 2);
+  EXPECT_EQ(rs.Fields("Referencia").Value(), Variant("R7"));
+  EXPECT_EQ(rs.Fields("Precio").Value(), Variant(7003.5));
+  EXPECT_EQ(rs.Fields("Alta").Value(), Variant(MakeDate(2020, 8, 8, 9, 0, 0)));
+  EXPECT_EQ(rs.Fields("Activo").Value(), Variant(false));
+  EXPECT_TRUE(rs.Fields("Plantas").Value().IsNull());
+  rs.MoveNext();
+  EXPECT_EQ(rs.Fields("Alta").Value(), Variant(MakeDate(2020, 10, 10, 9, 0, 0)));
+  EXPECT_EQ(rs.Fields("Activo").Value(), Variant(true));
+  EXPECT_EQ(rs.Fields("Plantas").Value(), Variant(std::int16_t{4}));
+}
+
+TEST_F(SqliteTest, NativeStatementsReadRowsAndDatesStayIsoText) {
+  NativeDatabase native(PathOf("fechas.sqlite"), NativeDatabase::Mode::CreateIfMissing);
+  native.ExecuteNative("CREATE TABLE F (Dia DATETIME, N INTEGER)");
+  auto insert = native.Prepare("INSERT INTO F VALUES (?1, ?2)");
+  insert.Bind(1, MakeDate(1925, 2, 3));
+  insert.Bind(2, std::int32_t{-4});
+  insert.Step();
+  auto read = native.Prepare("SELECT Dia, N, typeof(Dia) FROM F");
+  ASSERT_TRUE(read.Step());
+  EXPECT_EQ(read.ColumnCount(), 3);
+  EXPECT_EQ(read.ColumnName(0), "Dia");
+  EXPECT_EQ(read.Column(0), Variant("1925-02-03"));
+  EXPECT_EQ(read.Column(1), Variant(std::int32_t{-4}));
+  EXPECT_EQ(read.Column(2), Variant("text"));
+  EXPECT_FALSE(read.Step());
+}
+
+TEST_F(SqliteTest, TransactionRollsBackUnlessCommitted) {
+  NativeDatabase native(PathOf("tx.sqlite"), NativeDatabase::Mode::CreateIfMissing);
+  native.ExecuteNative("CREATE TABLE T (N INTEGER)");
+  {
+    Transaction tx(native);
+    native.ExecuteNative("INSERT INTO T VALUES (1); INSERT INTO T VALUES (2)");
+  }
+  auto count = native.Prepare("SELECT count(*) FROM T");
+  ASSERT_TRUE(count.Step());
+  EXPECT_EQ(count.Column(0), Variant(std::int32_t{0}));
+}
+
+TEST_F(SqliteTest, NativeErrorsCarryDaoNumbers) {
+  NativeDatabase native(PathOf("errores.sqlite"), NativeDatabase::Mode::CreateIfMissing);
+  const Error syntax = Caught([&] { native.ExecuteNative("CREATE TABLA X (N INTEGER)"); });
+  EXPECT_EQ(syntax.number(), dao::daoerr::kSyntaxInQuery);
+  EXPECT_THAT(syntax.description(), HasSubstr("TABLA"));
+  EXPECT_EQ(syntax.source(), "SQLite");
+  EXPECT_EQ(Caught([&] { native.Prepare("SELECT * FROM Nada"); }).number(),
+            dao::daoerr::kTableNotFound);
+  EXPECT_EQ(Caught([&] { native.Prepare("SELECT 1; SELECT 2"); }).number(),
+            dao::daoerr::kTextAfterStatement);
+  EXPECT_EQ(Caught([&] { NativeDatabase(PathOf("nueva.sqlite")); }).number(),
+            dao::daoerr::kFileNotFound);
+}
+
+TEST_F(SqliteTest, ReaderWaitsThenReportsALockedDatabase) {
+  const std::string path = PathOf("bloqueo.sqlite");
+  NativeDatabase writer(path, NativeDatabase::Mode::CreateIfMissing);
+  writer.ExecuteNative("CREATE TABLE T (N INTEGER); INSERT INTO T VALUES (1)");
+  auto db = dao::OpenDatabase(path);
+  writer.ExecuteNative("BEGIN EXCLUSIVE; INSERT INTO T VALUES (2)");
+  const Error busy = Caught([&] { db->OpenRecordset("SELECT N FROM T"); });
+  EXPECT_EQ(busy.number(), dao::daoerr::kBusy);
+  EXPECT_THAT(busy.description(), HasSubstr(path));
+  writer.Rollback();
+  EXPECT_EQ(db->OpenRecordset("SELECT N FROM T").RecordCount(), 1);
+}
+
+}  // namespace
+}  // namespace cp::sqlite
