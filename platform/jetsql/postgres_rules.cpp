@@ -1,0 +1,66 @@
+#include "platform/jetsql/postgres_rules.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+
+namespace cp::jetsql {
+namespace {
+
+// PostgreSQL's reserved words (those that cannot name a column unquoted).
+constexpr std::array<std::string_view, 100> kReserved = {
+    "ALL", "ANALYSE", "ANALYZE", "AND", "ANY", "ARRAY", "AS", "ASC", "ASYMMETRIC",
+    "AUTHORIZATION", "BINARY", "BOTH", "CASE", "CAST", "CHECK", "COLLATE", "COLLATION",
+    "COLUMN", "CONCURRENTLY", "CONSTRAINT", "CREATE", "CROSS", "CURRENT_CATALOG",
+    "CURRENT_DATE", "CURRENT_ROLE", "CURRENT_SCHEMA", "CURRENT_TIME", "CURRENT_TIMESTAMP",
+    "CURRENT_USER", "DEFAULT", "DEFERRABLE", "DESC", "DISTINCT", "DO", "ELSE", "END", "EXCEPT",
+    "FALSE", "FETCH", "FOR", "FOREIGN", "FREEZE", "FROM", "FULL", "GRANT", "GROUP", "HAVING",
+    "ILIKE", "IN", "INITIALLY", "INNER", "INTERSECT", "INTO", "IS", "ISNULL", "JOIN", "LATERAL",
+    "LEADING", "LEFT", "LIKE", "LIMIT", "LOCALTIME", "LOCALTIMESTAMP", "NATURAL", "NOT",
+    "NOTNULL", "NULL", "OFFSET", "ON", "ONLY", "OR", "ORDER", "OUTER", "OVERLAPS", "PLACING",
+    "PRIMARY", "REFERENCES", "RETURNING", "RIGHT", "SELECT", "SESSION_USER", "SIMILAR", "SOME",
+    "SYMMETRIC", "TABLE", "TABLESAMPLE", "THEN", "TO", "TRAILING", "TRUE", "UNION", "UNIQUE",
+    "USER", "USING", "VARIADIC", "VERBOSE", "WHEN", "WHERE", "WINDOW", "WITH"};
+
+std::string QuoteName(const std::string& name) {
+  bool simple = !name.empty() && !std::isdigit(static_cast<unsigned char>(name[0]));
+  std::string upper, lower;
+  for (char c : name) {
+    simple = simple && (std::isalnum(static_cast<unsigned char>(c)) || c == '_');
+    upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    lower += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  if (simple && std::find(kReserved.begin(), kReserved.end(), upper) == kReserved.end()) {
+    return name;
+  }
+  std::string out = "\"";
+  for (char c : lower) out += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return out + "\"";
+}
+
+DialectRules MakeRules() {
+  DialectRules rules;
+  rules.name = QuoteName;
+  rules.dateLiteral = [](const std::string& iso) { return "TIMESTAMP '" + iso + "'"; };
+  // A collation on a column of another type is an error on this server, so it is applied
+  // only when one side is known to be text.
+  rules.textOperand = [](Sql operand, CompareMode mode) {
+    if (mode != CompareMode::Text) return operand;
+    return Sql{Wrap(std::move(operand), 9).text + " COLLATE jet_nocase", 8};
+  };
+  // Jet sorts Null before any value.
+  rules.orderItem = [](Sql expr, StaticType, bool descending) {
+    return expr.text + (descending ? " DESC NULLS LAST" : " NULLS FIRST");
+  };
+  return rules;
+}
+
+}  // namespace
+
+const DialectRules& PostgresRules() {
+  static const DialectRules rules = MakeRules();
+  return rules;
+}
+
+}  // namespace cp::jetsql

@@ -1,0 +1,251 @@
+// Translated SQL run on SQLite must return the rows Jet returns. Each table of cases lists
+// a Jet condition and the ids Jet selects from the rows created for it.
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "tests/jetsql/sqlite_database.h"
+
+namespace cp::jetsql {
+namespace {
+
+using testing::MemoryDatabase;
+using Ids = std::vector<long>;
+
+struct Case {
+  const char* condition;
+  Ids expected;
+};
+
+void ExpectSelected(MemoryDatabase& db, const std::string& table,
+                    const std::vector<Case>& cases) {
+  for (const Case& c : cases) {
+    EXPECT_EQ(db.Ids("SELECT Id FROM " + table + " WHERE " + c.condition + " ORDER BY Id"),
+              c.expected)
+        << "Jet: " << c.condition;
+  }
+}
+
+TEST(SqliteSemantics, TextComparesIgnoringCaseIncludingAccentedCapitals) {
+  MemoryDatabase db;
+  db.Exec(
+      "CREATE TABLE Nombres (Id INTEGER PRIMARY KEY, Nombre VARCHAR(50));"
+      "INSERT INTO Nombres VALUES (1,'ávila'),(2,'ÁVILA'),(3,'Avila'),(4,'avila'),(5,'Madrid'),"
+      "(6,'MADRID'),(7,NULL),(8,'b'),(9,'Zamora');");
+  ExpectSelected(db, "Nombres",
+                 {
+                     {"Nombre = 'ÁVILA'", {1, 2}},
+                     {"Nombre = 'ávila'", {1, 2}},
+                     {"Nombre = 'AVILA'", {3, 4}},
+                     {"'madrid' = Nombre", {5, 6}},
+                     {"Nombre <> 'madrid'", {1, 2, 3, 4, 8, 9}},
+                     // Accents do not move a word out of its letter when ordering.
+                     {"Nombre < 'b'", {1, 2, 3, 4}},
+                     {"Nombre <= 'B'", {1, 2, 3, 4, 8}},
+                     {"Nombre > 'b'", {5, 6, 9}},
+                     {"Nombre >= 'MADRID'", {5, 6, 9}},
+                     // Both bounds of BETWEEN are inside, whatever their case.
+                     {"Nombre BETWEEN 'B' AND 'madrid'", {5, 6, 8}},
+                     {"Nombre BETWEEN 'AVILA' AND 'b'", {1, 2, 3, 4, 8}},
+                     {"Nombre NOT BETWEEN 'B' AND 'madrid'", {1, 2, 3, 4, 9}},
+                     {"Nombre IN ('MADRID', 'zamora')", {5, 6, 9}},
+                     {"Nombre NOT IN ('madrid', 'B')", {1, 2, 3, 4, 9}},
+                     {"Nombre = Null", {}},
+                     {"Nombre Is Null", {7}},
+                     {"IsNull(Nombre)", {7}},
+                     {"NOT IsNull(Nombre) AND Nombre > 'm'", {5, 6, 9}},
+                     {"Id = 5 OR Id IN (1, 2)", {1, 2, 5}},
+                 });
+}
+
+TEST(SqliteSemantics, LikeUsesJetWildcardsInEveryPosition) {
+  MemoryDatabase db;
+  db.Exec(
+      "CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT);"
+      "INSERT INTO Textos VALUES (1,'Piso; Local; '),(2,'Local; '),(3,'Piso; '),"
+      "(4,'Ático; Piso; '),(5,'abc'),(6,'a%c'),(7,'a_c'),(8,'a1c'),(9,'ÁVILA'),(10,NULL),"
+      "(11,''),(12,'a*c'),(13,'ABC');");
+  ExpectSelected(db, "Textos",
+                 {
+                     {"Texto LIKE 'Piso;*'", {1, 3}},
+                     {"Texto LIKE '*; Piso; '", {4}},
+                     {"Texto LIKE '*; Piso;*'", {4}},
+                     {"Texto LIKE '*Local; '", {1, 2}},
+                     {"Texto LIKE 'a*'", {5, 6, 7, 8, 12, 13}},
+                     {"Texto LIKE '*c'", {5, 6, 7, 8, 12, 13}},
+                     {"Texto LIKE 'a?c'", {5, 6, 7, 8, 12, 13}},
+                     {"Texto LIKE '?'", {}},
+                     {"Texto LIKE 'a#c'", {8}},
+                     {"Texto LIKE '#*'", {}},
+                     // % and _ are ordinary characters in Jet.
+                     {"Texto LIKE 'a%c'", {6}},
+                     {"Texto LIKE 'a_c'", {7}},
+                     {"Texto LIKE 'a[*]c'", {12}},
+                     {"Texto LIKE 'a[%_]c'", {6, 7}},
+                     {"Texto LIKE 'a[b-c]c'", {5, 13}},
+                     {"Texto LIKE 'a[!b]c'", {6, 7, 8, 12}},
+                     {"Texto LIKE 'a[!0-9b]c'", {6, 7, 12}},
+                     {"Texto LIKE '[a]bc'", {5, 13}},
+                     // Accented capitals fold, accents stay.
+                     {"Texto LIKE '*vila'", {9}},
+                     {"Texto LIKE 'ávila'", {9}},
+                     {"Texto LIKE 'avila'", {}},
+                     {"Texto LIKE '[á]*'", {4, 9}},
+                     {"Texto LIKE '*'", {1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13}},
+                     {"Texto LIKE ''", {11}},
+                     {"Texto LIKE 'ab[]c'", {5, 13}},
+                     {"Texto NOT LIKE 'a*'", {1, 2, 3, 4, 9, 11}},
+                     {"Texto LIKE '*' & 'Local' & '*'", {1, 2}},
+                     {"Texto LIKE Null", {}},
+                 });
+}
+
+TEST(SqliteSemantics, LikeFunctionKeepsSqliteSignatureShape) {
+  MemoryDatabase db;
+  db.Exec("CREATE TABLE Uno (Id INTEGER);");
+  db.Exec("INSERT INTO Uno VALUES (1);");
+  // jet_like(pattern, value[, escape]): the escape makes the next character plain.
+  auto run = [&](const std::string& native) {
+    db.Exec("CREATE TABLE IF NOT EXISTS R (v); DELETE FROM R; INSERT INTO R SELECT " + native +
+            " FROM Uno;");
+    return db.Value("SELECT v FROM R");
+  };
+  EXPECT_EQ(run("jet_like('a!*c', 'a*c', '!')"), "1");
+  EXPECT_EQ(run("jet_like('a!*c', 'abc', '!')"), "0");
+  EXPECT_EQ(run("jet_like('a*c', 'abc', '!')"), "1");
+  EXPECT_EQ(run("jet_like('a*', NULL)"), "<Null>");
+  EXPECT_EQ(run("jet_like(NULL, 'a')"), "<Null>");
+  // A pattern that is not constant is compiled per row.
+  EXPECT_EQ(run("jet_like(CAST(Id AS TEXT) || '*', '1x')"), "1");
+}
+
+TEST(SqliteSemantics, UnclosedCharacterClassIsAnError) {
+  MemoryDatabase db;
+  db.Exec("CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT);");
+  db.Exec("INSERT INTO Textos VALUES (1, 'abc');");
+  auto rows = db.Rows("SELECT Id FROM Textos WHERE Texto LIKE 'a[bc'");
+  ASSERT_EQ(rows.size(), 1u);
+  EXPECT_EQ(rows[0][0], "error: Cadena de modelo no válida.");
+}
+
+TEST(SqliteSemantics, DateLiteralsMeanMidnightAndPivotTwoDigitYears) {
+  MemoryDatabase db;
+  // 38717 and 38717.5 are Jet serials (31 Dec 2005 at 00:00 and 12:00), as an import leaves.
+  db.Exec(
+      "CREATE TABLE Fechas (Id INTEGER PRIMARY KEY, Fecha DATETIME);"
+      "INSERT INTO Fechas VALUES (1,'2005-12-31'),(2,'2005-12-31 00:00:00'),"
+      "(3,'2005-12-31 10:00:00'),(4,'2006-01-01'),(5,'2005-03-07'),(6,'2005-03-06 23:59:59'),"
+      "(7,NULL),(8,'1930-01-02'),(9,'2029-01-02'),(10,38717),(11,38717.5),"
+      "(12,'2005-12-31T00:00:00');");
+  ExpectSelected(db, "Fechas",
+                 {
+                     {"Fecha <= #12/31/05#", {1, 2, 5, 6, 8, 10, 12}},
+                     {"Fecha < #12/31/05#", {5, 6, 8}},
+                     {"Fecha >= #12/31/05#", {1, 2, 3, 4, 9, 10, 11, 12}},
+                     {"Fecha > #12/31/05#", {3, 4, 9, 11}},
+                     {"Fecha = #12/31/2005#", {1, 2, 10, 12}},
+                     {"Fecha <> #12/31/2005#", {3, 4, 5, 6, 8, 9, 11}},
+                     {" ( Fecha >= #03/07/05# )  AND (Fecha <= #12/31/05# ) ", {1, 2, 5, 10, 12}},
+                     {"Fecha BETWEEN #03/07/05# AND #12/31/05#", {1, 2, 5, 10, 12}},
+                     {"Fecha BETWEEN #3/6/2005 23:59:59# AND #3/7/2005#", {5, 6}},
+                     {"Fecha = #1/2/30#", {8}},
+                     {"Fecha = #1/2/29#", {9}},
+                     {"Fecha = #01/02/1930#", {8}},
+                     {"Fecha < #1/1/1931#", {8}},
+                     {"Fecha = #12/31/2005 10:00:00#", {3}},
+                     {"Fecha = #12/31/05 12:00 PM#", {11}},
+                     {"Fecha IN (#1/1/06#, #3/7/05#)", {4, 5}},
+                     {"Fecha Is Null", {7}},
+                 });
+}
+
+TEST(SqliteSemantics, TrueMatchesOneAndAnImportedMinusOne) {
+  MemoryDatabase db;
+  db.Exec(
+      "CREATE TABLE Flags (Id INTEGER PRIMARY KEY, Activo BOOLEAN);"
+      "INSERT INTO Flags VALUES (1,1),(2,0),(3,-1),(4,NULL);");
+  ExpectSelected(db, "Flags",
+                 {
+                     {"Activo = TRUE", {1, 3}},
+                     {"Activo = FALSE", {2}},
+                     {"Activo <> TRUE", {2}},
+                     {"Activo <> FALSE", {1, 3}},
+                     {"NOT (Activo = TRUE)", {2}},
+                 });
+}
+
+struct ValueCase {
+  const char* expression;
+  const char* expected;
+};
+
+TEST(SqliteSemantics, PlusAmpersandAndChrFollowJet) {
+  MemoryDatabase db;
+  db.Exec(
+      "CREATE TABLE Uno (Id INTEGER, Texto VARCHAR(10), Numero INTEGER, Real DOUBLE, "
+      "NumTexto VARCHAR(10), Nulo VARCHAR(10));"
+      "INSERT INTO Uno VALUES (1, 'a', 5, 2.5, '7', NULL);");
+  const std::vector<ValueCase> cases = {
+      {"'a' + Nulo", "<Null>"},
+      {"Nulo + 1", "<Null>"},
+      {"'a' & Nulo", "a"},
+      {"Nulo & 'a'", "a"},
+      {"Nulo & Nulo", "<Null>"},
+      {"Nulo & Nulo & Texto", "a"},
+      {"Texto + 'b'", "ab"},
+      {"Texto + Texto", "aa"},
+      {"NumTexto + NumTexto", "77"},
+      {"Numero + NumTexto", "12"},
+      {"NumTexto + Numero", "12"},
+      {"Numero + Numero", "10"},
+      {"Numero + Real", "7.5"},
+      {"Numero & Texto", "5a"},
+      {"Real & ''", "2,5"},
+      {"'O''Brien' + chr(124) + '2'", "O'Brien|2"},
+      {"chr(Numero + 60)", "A"},
+      {"chr(128) & chr(241)", "€ñ"},
+      {"chr(NumTexto + 58)", "A"},
+      {"Numero / 2", "2.5"},
+      {"Numero - 7 * 2", "-9"},
+      {"-Numero", "-5"},
+      {"'a' & 1 + 2", "a3"},
+  };
+  for (const ValueCase& c : cases) {
+    EXPECT_EQ(db.Value(std::string("SELECT ") + c.expression + " AS v FROM Uno"), c.expected)
+        << "Jet: " << c.expression;
+  }
+  // Jet refuses to add a number to text that is not a number.
+  EXPECT_EQ(db.Value("SELECT Texto + Numero AS v FROM Uno"),
+            "error: No coinciden los tipos de datos en la expresión de criterios.");
+  EXPECT_EQ(db.Value("SELECT chr(Numero * 100) AS v FROM Uno"),
+            "error: Llamada a procedimiento o argumento no válidos");
+}
+
+TEST(SqliteSemantics, DistinctAndOrderByFoldCaseAsJetDoes) {
+  MemoryDatabase db;
+  db.Exec(
+      "CREATE TABLE Agencia (IdAgencia INTEGER PRIMARY KEY, Alias VARCHAR(50));"
+      "INSERT INTO Agencia VALUES (1,'bravo'),(2,'Centro'),(3,'álamo'),(4,'Ávila Casas'),"
+      "(5,'CENTRO'),(6,NULL),(1000000,'Aaa propia');");
+  auto rows = db.Rows("SELECT Alias FROM Agencia WHERE IdAgencia<1000000 ORDER BY Alias ASC");
+  ASSERT_EQ(rows.size(), 6u);
+  // Null first, then by letter: accents and case do not separate a word from its letter.
+  EXPECT_EQ(rows[0][0], "<Null>");
+  EXPECT_EQ(rows[1][0], "álamo");
+  EXPECT_EQ(rows[2][0], "Ávila Casas");
+  EXPECT_EQ(rows[3][0], "bravo");
+  EXPECT_NE(rows[4][0].find("entro"), std::string::npos);
+  auto descending = db.Rows("SELECT Alias FROM Agencia ORDER BY Alias DESC");
+  ASSERT_EQ(descending.size(), 7u);
+  EXPECT_EQ(std::set<std::string>({descending[0][0], descending[1][0]}),
+            std::set<std::string>({"Centro", "CENTRO"}));
+  EXPECT_EQ(descending[2][0], "bravo");
+  EXPECT_EQ(descending[6][0], "<Null>");
+  // 'Centro' and 'CENTRO' are one value for DISTINCT; Null is one more.
+  EXPECT_EQ(db.Rows("SELECT DISTINCT Alias FROM Agencia WHERE IdAgencia < 1000000").size(), 5u);
+  auto named = db.Rows("SELECT DISTINCT Agencia.Alias FROM Agencia WHERE Alias LIKE 'c*'");
+  ASSERT_EQ(named.size(), 1u);
+}
+
+}  // namespace
+}  // namespace cp::jetsql
