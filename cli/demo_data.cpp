@@ -332,9 +332,14 @@ class Generator {
   std::string LongHistory(std::int64_t since) {
     std::string note;
     std::int64_t day = since;
-    while (note.size() <= 20000) {
+    // Counted in characters, as the database measures a Memo.
+    std::size_t characters = 0;
+    while (characters <= 20000) {
       day += rng_.Between(3, 40);
-      note += IsoDate(day) + ": " + std::string(Pick(rng_, demo::ContactNotes())) + "\r\n";
+      const std::string entry =
+          IsoDate(day) + ": " + std::string(Pick(rng_, demo::ContactNotes())) + "\r\n";
+      for (unsigned char c : entry) characters += (c & 0xC0) != 0x80;
+      note += entry;
     }
     return note;
   }
@@ -587,7 +592,15 @@ class Generator {
         }
         t.Set("Provincia", MultiValue(provinces));
         if (rng_.Percent(55)) {
-          t.Set("Poblacion", MultiValue({place.town_name}));
+          std::vector<std::string_view> towns = {place.town_name};
+          if (rng_.Percent(12)) {
+            std::vector<std::string_view> neighbours;
+            for (const Place& p : places_)
+              if (p.province == place.province && p.town != place.town)
+                neighbours.push_back(p.town_name);
+            if (!neighbours.empty()) towns.push_back(Pick(rng_, neighbours));
+          }
+          t.Set("Poblacion", MultiValue(towns));
           if (!place.zone_names.empty() && rng_.Percent(50))
             t.Set("Zona", MultiValue(PickSome(rng_, place.zone_names,
                                               static_cast<int>(rng_.Between(1, 2)))));
