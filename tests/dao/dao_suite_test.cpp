@@ -236,6 +236,23 @@ TEST_P(DaoSuite, FindFirstSearchesFromTheTopWithJetTextRules) {
   }
 }
 
+TEST_P(DaoSuite, FindFirstComparesDatesNumbersAndYesNoAsStored) {
+  const std::vector<FindCase> cases = {
+      {"Alta > #01/01/29#", 3},   // two-digit year 29 is 2029
+      {"Alta > #01/01/30#", 1},   // 30 is 1930
+      {"Alta >= #03/07/05# AND Alta < #03/08/05#", 1},
+      {"Activo = FALSE", 3},      {"Activo = TRUE", 1},
+      {"IsNull(Alta)", 2},        {"Precio > 1000", 1},
+      {"Nivel = 0", 3},           {"Notas = ''", 3},
+  };
+  auto rs = db_->OpenRecordset("SELECT * FROM Muestra ORDER BY Id");
+  for (const auto& c : cases) {
+    rs.FindFirst(c.criterion);
+    EXPECT_FALSE(rs.NoMatch()) << c.criterion;
+    EXPECT_EQ(rs.Fields("Id").Value(), Variant(std::int32_t{c.expectedId})) << c.criterion;
+  }
+}
+
 TEST_P(DaoSuite, FindFirstNamesAnUnknownColumn) {
   auto rs = db_->OpenRecordset("SELECT IdZona, Nombre FROM Zona");
   const Error e = Caught([&] { rs.FindFirst("Poblacion = 'Madrid'"); });
