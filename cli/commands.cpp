@@ -12,7 +12,7 @@
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
-#include "platform/sqlite/connection.h"
+#include "platform/sqlite/native.h"
 
 namespace cp::cli {
 namespace {
@@ -90,12 +90,11 @@ int InitDb(const InitDbOptions& options, std::ostream& out, std::ostream& err) {
     return kExitError;
   }
   try {
-    auto connection =
-        sqlite::Connection::Open(options.db, sqlite::Connection::Mode::CreateIfMissing);
-    Transaction transaction(connection);
-    CreateSchema([&](const std::string& sql) { ExecuteNative(connection, sql); });
+    sqlite::NativeDatabase db(options.db, sqlite::NativeDatabase::Mode::CreateIfMissing);
+    sqlite::Transaction transaction(db);
+    CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
     if (options.demo) {
-      SqliteSink sink(connection);
+      SqliteSink sink(db);
       GenerateDemoData(sink, DemoOptions{options.size, kDemoSeed});
     }
     transaction.Commit();

@@ -1,40 +1,45 @@
 #include "cli/sqlite_sink.h"
 
-#include <sqlite3.h>
+#include <limits>
 
-#include "platform/sqlite/statement.h"
+#include "platform/core/error.h"
 
 namespace cp::cli {
 namespace {
 
-constexpr std::string_view kSource = "CriterioPredios";
+// The engine binds Variants: integers beyond a Long travel as Double, which SQLite stores
+// back as an integer in INTEGER columns.
+Variant ToVariant(const DbValue& value) {
+  if (const auto* i = std::get_if<std::int64_t>(&value)) {
+    if (*i >= std::numeric_limits<std::int32_t>::min() &&
+        *i <= std::numeric_limits<std::int32_t>::max())
+      return Variant(static_cast<std::int32_t>(*i));
+    return Variant(static_cast<double>(*i));
+  }
+  if (const auto* d = std::get_if<double>(&value)) return Variant(*d);
+  if (const auto* s = std::get_if<std::string>(&value)) return Variant(*s);
+  return Variant::Null();
+}
 
 class SqliteWriter : public TableWriter {
  public:
-  SqliteWriter(std::shared_ptr<sqlite::Connection> connection, const std::string& sql,
-               std::size_t columns)
-      : statement_(std::move(connection), sql, dao::SqlContext::Statement, kSource),
-        columns_(columns) {}
+  SqliteWriter(sqlite::NativeStatement statement, std::size_t columns)
+      : statement_(std::move(statement)), columns_(columns) {}
 
   void Write(const std::vector<DbValue>& row) override {
     if (row.size() != columns_) Raise(err::kInvalidProcedureCall);
-    for (std::size_t i = 0; i < row.size(); ++i) statement_.Bind(static_cast<int>(i) + 1, row[i]);
+    for (std::size_t i = 0; i < row.size(); ++i)
+      statement_.Bind(static_cast<int>(i) + 1, ToVariant(row[i]));
     statement_.Step();
     statement_.Reset();
   }
 
  private:
-  sqlite::Statement statement_;
+  sqlite::NativeStatement statement_;
   std::size_t columns_;
 };
 
 }  // namespace
-
-void ExecuteNative(const std::shared_ptr<sqlite::Connection>& connection, const std::string& sql) {
-  sqlite::Statement statement(connection, sql, dao::SqlContext::Statement, kSource);
-  while (statement.Step()) {
-  }
-}
 
 std::unique_ptr<TableWriter> SqliteSink::Open(const std::string& table,
                                               const std::vector<std::string>& columns) {
@@ -45,23 +50,8 @@ std::unique_ptr<TableWriter> SqliteSink::Open(const std::string& table,
     marks += "?";
   }
   return std::make_unique<SqliteWriter>(
-      connection_, "INSERT INTO \"" + table + "\" (" + names + ") VALUES (" + marks + ")",
+      database_.Prepare("INSERT INTO \"" + table + "\" (" + names + ") VALUES (" + marks + ")"),
       columns.size());
-}
-
-Transaction::Transaction(std::shared_ptr<sqlite::Connection> connection)
-    : connection_(std::move(connection)) {
-  ExecuteNative(connection_, "BEGIN");
-}
-
-Transaction::~Transaction() {
-  // Called while a failure unwinds: roll back without raising, the original error wins.
-  if (open_) sqlite3_exec(connection_->get(), "ROLLBACK", nullptr, nullptr, nullptr);
-}
-
-void Transaction::Commit() {
-  ExecuteNative(connection_, "COMMIT");
-  open_ = false;
 }
 
 }  // namespace cp::cli
