@@ -29,8 +29,8 @@ std::string FormatDate(Date value) {
   if (p.hour == 0 && p.minute == 0 && p.second == 0)
     std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", p.year, p.month, p.day);
   else
-    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", p.year, p.month, p.day,
-                  p.hour, p.minute, p.second);
+    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", p.year, p.month, p.day, p.hour,
+                  p.minute, p.second);
   return buf;
 }
 
@@ -38,40 +38,64 @@ std::string FormatDate(Date value) {
 std::string FieldText(const Variant& v) {
   switch (v.type()) {
     case Variant::Type::Empty:
-    case Variant::Type::Null: return {};
-    case Variant::Type::Boolean: return v.AsBool() ? "1" : "0";
-    case Variant::Type::Integer: return std::to_string(v.AsInteger());
-    case Variant::Type::Long: return std::to_string(v.AsLong());
-    case Variant::Type::Double: return FormatDouble(v.AsDouble());
-    case Variant::Type::Date: return FormatDate(v.AsDate());
+    case Variant::Type::Null:
+      return {};
+    case Variant::Type::Boolean:
+      return v.AsBool() ? "1" : "0";
+    case Variant::Type::Integer:
+      return std::to_string(v.AsInteger());
+    case Variant::Type::Long:
+      return std::to_string(v.AsLong());
+    case Variant::Type::Double:
+      return FormatDouble(v.AsDouble());
+    case Variant::Type::Date:
+      return FormatDate(v.AsDate());
     case Variant::Type::String: {
       std::string out;
       for (char c : v.AsString()) {
         switch (c) {
-          case '\t': out += "\\t"; break;
-          case '\n': out += "\\n"; break;
-          case '\r': out += "\\r"; break;
-          case '\\': out += "\\\\"; break;
-          default: out += c;
+          case '\t':
+            out += "\\t";
+            break;
+          case '\n':
+            out += "\\n";
+            break;
+          case '\r':
+            out += "\\r";
+            break;
+          case '\\':
+            out += "\\\\";
+            break;
+          default:
+            out += c;
         }
       }
       return out;
     }
-    default: return v.TypeName();  // arrays and objects never come out of a recordset
+    default:
+      return v.TypeName();  // arrays and objects never come out of a recordset
   }
 }
 
 nlohmann::ordered_json JsonValue(const Variant& v) {
   switch (v.type()) {
     case Variant::Type::Empty:
-    case Variant::Type::Null: return nullptr;
-    case Variant::Type::Boolean: return v.AsBool();
-    case Variant::Type::Integer: return v.AsInteger();
-    case Variant::Type::Long: return v.AsLong();
-    case Variant::Type::Double: return v.AsDouble();
-    case Variant::Type::Date: return FormatDate(v.AsDate());
-    case Variant::Type::String: return v.AsString();
-    default: return v.TypeName();
+    case Variant::Type::Null:
+      return nullptr;
+    case Variant::Type::Boolean:
+      return v.AsBool();
+    case Variant::Type::Integer:
+      return v.AsInteger();
+    case Variant::Type::Long:
+      return v.AsLong();
+    case Variant::Type::Double:
+      return v.AsDouble();
+    case Variant::Type::Date:
+      return FormatDate(v.AsDate());
+    case Variant::Type::String:
+      return v.AsString();
+    default:
+      return v.TypeName();
   }
 }
 

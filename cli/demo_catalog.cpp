@@ -7,7 +7,8 @@ const std::vector<Country>& Countries() {
       {"España",
        {
            {"Madrid",
-            {{"Madrid", 40,
+            {{"Madrid",
+              40,
               {"Centro", "Chamberí", "Salamanca", "Retiro", "Arganzuela", "Tetuán", "Chamartín",
                "Moncloa", "Carabanchel", "Puente de Vallecas", "Hortaleza", "Goya"}},
              {"Alcalá de Henares", 6, {"Centro", "Casco Histórico", "El Ensanche"}},
@@ -18,7 +19,8 @@ const std::vector<Country>& Countries() {
              {"Las Rozas de Madrid", 3, {}},
              {"Leganés", 4, {}}}},
            {"Barcelona",
-            {{"Barcelona", 30,
+            {{"Barcelona",
+              30,
               {"L'Eixample", "Gràcia", "Sants-Montjuïc", "Les Corts", "Sant Martí",
                "Sarrià-Sant Gervasi", "Ciutat Vella", "Horta-Guinardó"}},
              {"L'Hospitalet de Llobregat", 5, {"Bellvitge", "Centre"}},
@@ -31,7 +33,9 @@ const std::vector<Country>& Countries() {
              {"Torrent", 2, {}},
              {"Sagunto", 2, {}}}},
            {"Sevilla",
-            {{"Sevilla", 14, {"Triana", "Nervión", "Los Remedios", "Macarena", "Santa Cruz", "Centro"}},
+            {{"Sevilla",
+              14,
+              {"Triana", "Nervión", "Los Remedios", "Macarena", "Santa Cruz", "Centro"}},
              {"Dos Hermanas", 3, {"Centro", "Montequinto"}},
              {"Écija", 1, {}},
              {"Utrera", 1, {}}}},
@@ -60,8 +64,7 @@ const std::vector<Country>& Countries() {
            {"Zaragoza",
             {{"Zaragoza", 7, {"Centro", "Delicias", "Actur", "Casco Histórico"}},
              {"Calatayud", 1, {}}}},
-           {"Ávila",
-            {{"Ávila", 3, {"Centro", "Casco Antiguo"}}, {"Arévalo", 1, {}}}},
+           {"Ávila", {{"Ávila", 3, {"Centro", "Casco Antiguo"}}, {"Arévalo", 1, {}}}},
            {"Asturias",
             {{"Oviedo", 4, {"Centro", "El Cristo"}},
              {"Gijón", 4, {"Cimadevilla", "La Arena", "Somió"}},
@@ -83,11 +86,14 @@ const std::vector<Country>& Countries() {
             {{"Toledo", 3, {"Casco Histórico", "Santa Bárbara"}},
              {"Talavera de la Reina", 2, {}},
              {"Seseña", 1, {}}}},
-           {"Navarra", {{"Pamplona", 4, {"Casco Antiguo", "San Juan", "Ensanche"}}, {"Tudela", 1, {}}}},
+           {"Navarra",
+            {{"Pamplona", 4, {"Casco Antiguo", "San Juan", "Ensanche"}}, {"Tudela", 1, {}}}},
            {"Guipúzcoa", {{"San Sebastián", 5, {"Parte Vieja", "Gros", "Amara"}}, {"Irun", 1, {}}}},
-           {"Murcia", {{"Murcia", 5, {"Centro", "El Carmen"}}, {"Cartagena", 3, {}}, {"Lorca", 1, {}}}},
+           {"Murcia",
+            {{"Murcia", 5, {"Centro", "El Carmen"}}, {"Cartagena", 3, {}}, {"Lorca", 1, {}}}},
            {"Salamanca", {{"Salamanca", 3, {"Centro", "Garrido"}}, {"Béjar", 1, {}}}},
-           {"Girona", {{"Girona", 2, {"Barri Vell"}}, {"Lloret de Mar", 2, {}}, {"Figueres", 1, {}}}},
+           {"Girona",
+            {{"Girona", 2, {"Barri Vell"}}, {"Lloret de Mar", 2, {}}, {"Figueres", 1, {}}}},
        }},
       {"Portugal",
        {
@@ -113,10 +119,10 @@ const std::vector<Country>& Countries() {
 
 const std::vector<PropertyType>& PropertyTypes() {
   static const std::vector<PropertyType> types = {
-      {"Piso", "Vivienda", true, 40, 180},       {"Ático", "Vivienda", true, 50, 220},
-      {"Dúplex", "Vivienda", true, 80, 250},     {"Estudio", "Vivienda", true, 25, 50},
-      {"Chalet", "Vivienda", true, 120, 600},    {"Casa adosada", "Vivienda", true, 100, 280},
-      {"Local", "Local comercial", false, 30, 450}, {"Oficina", "Oficina", false, 40, 600},
+      {"Piso", "Vivienda", true, 40, 180},           {"Ático", "Vivienda", true, 50, 220},
+      {"Dúplex", "Vivienda", true, 80, 250},         {"Estudio", "Vivienda", true, 25, 50},
+      {"Chalet", "Vivienda", true, 120, 600},        {"Casa adosada", "Vivienda", true, 100, 280},
+      {"Local", "Local comercial", false, 30, 450},  {"Oficina", "Oficina", false, 40, 600},
       {"Nave", "Nave industrial", false, 200, 3000}, {"Solar", "Terreno", false, 150, 5000},
       {"Plaza de garaje", "Garaje", false, 10, 30},
   };
@@ -125,9 +131,9 @@ const std::vector<PropertyType>& PropertyTypes() {
 
 const std::vector<AliasEntry>& PropertyAliases() {
   static const std::vector<AliasEntry> aliases = {
-      {"Vivienda", true},        {"Oficina", true}, {"Local comercial", true},
-      {"Garaje", true},          {"Trastero", false}, {"Nave industrial", true},
-      {"Terreno", true},         {"Edificio", false},
+      {"Vivienda", true}, {"Oficina", true},   {"Local comercial", true},
+      {"Garaje", true},   {"Trastero", false}, {"Nave industrial", true},
+      {"Terreno", true},  {"Edificio", false},
   };
   return aliases;
 }
@@ -139,9 +145,9 @@ const std::vector<std::string_view>& Operations() {
 }
 
 const std::vector<std::string_view>& Heatings() {
-  static const std::vector<std::string_view> v = {
-      "No se sabe", "Gas natural", "Eléctrica", "Gasóleo", "Sin calefacción", "Bomba de calor",
-      "Central"};
+  static const std::vector<std::string_view> v = {"No se sabe", "Gas natural",     "Eléctrica",
+                                                  "Gasóleo",    "Sin calefacción", "Bomba de calor",
+                                                  "Central"};
   return v;
 }
 
@@ -158,9 +164,14 @@ const std::vector<std::string_view>& ContactCategories() {
 }
 
 const std::vector<std::string_view>& PropertyCategories() {
-  static const std::vector<std::string_view> v = {
-      "Lujo", "Oportunidad", "Reformado", "Con vistas", "Céntrico", "Para reformar",
-      "Primera línea de playa", "Luminoso"};
+  static const std::vector<std::string_view> v = {"Lujo",
+                                                  "Oportunidad",
+                                                  "Reformado",
+                                                  "Con vistas",
+                                                  "Céntrico",
+                                                  "Para reformar",
+                                                  "Primera línea de playa",
+                                                  "Luminoso"};
   return v;
 }
 
@@ -178,87 +189,116 @@ const std::vector<User>& Users() {
 
 const std::vector<std::string_view>& FirstNames() {
   static const std::vector<std::string_view> v = {
-      "Antonio", "José", "Manuel", "Francisco", "David", "Juan", "Javier", "Daniel", "Carlos",
-      "Jesús", "Alejandro", "Miguel", "Rafael", "Pedro", "Pablo", "Ángel", "Sergio", "Fernando",
-      "Jorge", "Luis", "Alberto", "Álvaro", "Adrián", "Raúl", "Enrique", "Ramón", "Iñigo",
-      "María", "Carmen", "Ana", "Isabel", "Laura", "Cristina", "Marta", "Lucía", "Pilar",
-      "Elena", "Raquel", "Rosa", "Paula", "Sara", "Beatriz", "Nuria", "Silvia", "Mónica",
-      "Inés", "Begoña", "Montserrat", "Ainhoa", "Sofía", "María Ángeles", "José Luis"};
+      "Antonio", "José",          "Manuel",   "Francisco", "David",    "Juan",       "Javier",
+      "Daniel",  "Carlos",        "Jesús",    "Alejandro", "Miguel",   "Rafael",     "Pedro",
+      "Pablo",   "Ángel",         "Sergio",   "Fernando",  "Jorge",    "Luis",       "Alberto",
+      "Álvaro",  "Adrián",        "Raúl",     "Enrique",   "Ramón",    "Iñigo",      "María",
+      "Carmen",  "Ana",           "Isabel",   "Laura",     "Cristina", "Marta",      "Lucía",
+      "Pilar",   "Elena",         "Raquel",   "Rosa",      "Paula",    "Sara",       "Beatriz",
+      "Nuria",   "Silvia",        "Mónica",   "Inés",      "Begoña",   "Montserrat", "Ainhoa",
+      "Sofía",   "María Ángeles", "José Luis"};
   return v;
 }
 
 const std::vector<std::string_view>& Surnames() {
   static const std::vector<std::string_view> v = {
-      "García", "Fernández", "González", "Rodríguez", "López", "Martínez", "Sánchez", "Pérez",
-      "Gómez", "Martín", "Jiménez", "Ruiz", "Hernández", "Díaz", "Moreno", "Muñoz", "Álvarez",
-      "Romero", "Alonso", "Gutiérrez", "Navarro", "Torres", "Domínguez", "Vázquez", "Ramos",
-      "Gil", "Ramírez", "Serrano", "Blanco", "Molina", "Morales", "Suárez", "Ortega", "Delgado",
-      "Castro", "Ortiz", "Rubio", "Marín", "Sanz", "Núñez", "Iglesias", "Medina", "Garrido",
-      "Cortés", "Castillo", "Santos", "Lozano", "Guerrero", "Cano", "Prieto", "Méndez", "Calvo",
-      "Gallego", "Vidal", "León", "Márquez", "Herrera", "Peña", "Cabrera", "Vega", "Fuentes",
-      "Carrasco", "Caballero", "Nieto", "Aguilar", "Pascual", "Ibáñez", "Ferrer", "Durán",
-      "Benítez", "Crespo", "Pastor", "Soto", "Sáez", "Velasco", "Soler", "Parra", "Bravo",
-      "D'Ors", "O'Shea", "Etxeberria", "Puig", "Quiñones", "Echevarría", "Llorente"};
+      "García",  "Fernández", "González", "Rodríguez",  "López",   "Martínez",  "Sánchez",
+      "Pérez",   "Gómez",     "Martín",   "Jiménez",    "Ruiz",    "Hernández", "Díaz",
+      "Moreno",  "Muñoz",     "Álvarez",  "Romero",     "Alonso",  "Gutiérrez", "Navarro",
+      "Torres",  "Domínguez", "Vázquez",  "Ramos",      "Gil",     "Ramírez",   "Serrano",
+      "Blanco",  "Molina",    "Morales",  "Suárez",     "Ortega",  "Delgado",   "Castro",
+      "Ortiz",   "Rubio",     "Marín",    "Sanz",       "Núñez",   "Iglesias",  "Medina",
+      "Garrido", "Cortés",    "Castillo", "Santos",     "Lozano",  "Guerrero",  "Cano",
+      "Prieto",  "Méndez",    "Calvo",    "Gallego",    "Vidal",   "León",      "Márquez",
+      "Herrera", "Peña",      "Cabrera",  "Vega",       "Fuentes", "Carrasco",  "Caballero",
+      "Nieto",   "Aguilar",   "Pascual",  "Ibáñez",     "Ferrer",  "Durán",     "Benítez",
+      "Crespo",  "Pastor",    "Soto",     "Sáez",       "Velasco", "Soler",     "Parra",
+      "Bravo",   "D'Ors",     "O'Shea",   "Etxeberria", "Puig",    "Quiñones",  "Echevarría",
+      "Llorente"};
   return v;
 }
 
 const std::vector<std::string_view>& Streets() {
-  static const std::vector<std::string_view> v = {
-      "C/ Mayor", "C/ Real", "Gran Vía", "C/ de Alcalá", "Avda. de la Constitución",
-      "C/ San Francisco", "C/ Goya", "C/ Velázquez", "C/ del Carmen", "C/ Nueva",
-      "Pza. de España", "C/ Cervantes", "Avda. de Colón", "C/ Reyes Católicos",
-      "Avda. de Andalucía", "C/ O'Donnell", "C/ Serrano", "C/ Príncipe de Vergara",
-      "C/ Ramón y Cajal", "Paseo de Gracia", "Rambla de Catalunya", "Paseo Marítimo",
-      "C/ Miguel de Unamuno", "Ronda de Toledo", "Camino Viejo", "Urb. Los Pinos"};
+  static const std::vector<std::string_view> v = {"C/ Mayor",
+                                                  "C/ Real",
+                                                  "Gran Vía",
+                                                  "C/ de Alcalá",
+                                                  "Avda. de la Constitución",
+                                                  "C/ San Francisco",
+                                                  "C/ Goya",
+                                                  "C/ Velázquez",
+                                                  "C/ del Carmen",
+                                                  "C/ Nueva",
+                                                  "Pza. de España",
+                                                  "C/ Cervantes",
+                                                  "Avda. de Colón",
+                                                  "C/ Reyes Católicos",
+                                                  "Avda. de Andalucía",
+                                                  "C/ O'Donnell",
+                                                  "C/ Serrano",
+                                                  "C/ Príncipe de Vergara",
+                                                  "C/ Ramón y Cajal",
+                                                  "Paseo de Gracia",
+                                                  "Rambla de Catalunya",
+                                                  "Paseo Marítimo",
+                                                  "C/ Miguel de Unamuno",
+                                                  "Ronda de Toledo",
+                                                  "Camino Viejo",
+                                                  "Urb. Los Pinos"};
   return v;
 }
 
 const std::vector<std::string_view>& AgencyPrefixes() {
   static const std::vector<std::string_view> v = {
-      "Inmobiliaria", "Fincas", "Gestión Inmobiliaria", "Servicios Inmobiliarios", "Agencia",
-      "Habitat"};
+      "Inmobiliaria", "Fincas", "Gestión Inmobiliaria", "Servicios Inmobiliarios",
+      "Agencia",      "Habitat"};
   return v;
 }
 
 const std::vector<std::string_view>& AgencyNames() {
   static const std::vector<std::string_view> v = {
-      "Sol", "Mediterráneo", "Norte", "Castilla", "Levante", "del Sur", "Atlántico", "Centro",
-      "Costa", "Hogar", "Torre", "Plaza Mayor", "Cantábrico", "La Dehesa", "El Faro", "Olivar",
-      "Sierra", "Puerta del Sol", "Bahía", "Alameda", "Los Álamos", "Peñalara", "L'Horta"};
+      "Sol",        "Mediterráneo", "Norte",      "Castilla", "Levante", "del Sur",
+      "Atlántico",  "Centro",       "Costa",      "Hogar",    "Torre",   "Plaza Mayor",
+      "Cantábrico", "La Dehesa",    "El Faro",    "Olivar",   "Sierra",  "Puerta del Sol",
+      "Bahía",      "Alameda",      "Los Álamos", "Peñalara", "L'Horta"};
   return v;
 }
 
 const std::vector<std::string_view>& CompanyKinds() {
-  static const std::vector<std::string_view> v = {
-      "Construcciones", "Inversiones", "Promociones", "Gestoría", "Talleres", "Comercial",
-      "Distribuciones", "Asesores"};
+  static const std::vector<std::string_view> v = {"Construcciones", "Inversiones", "Promociones",
+                                                  "Gestoría",       "Talleres",    "Comercial",
+                                                  "Distribuciones", "Asesores"};
   return v;
 }
 
 const std::vector<std::string_view>& ContactNotes() {
   static const std::vector<std::string_view> v = {
-      "Prefiere contacto por la tarde.", "Llamar antes de visitar.",
+      "Prefiere contacto por la tarde.",        "Llamar antes de visitar.",
       "Interesado en inversión a largo plazo.", "Referido por otro cliente.",
-      "No enviar publicidad por correo.", "Habla inglés y francés.",
-      "Pendiente de enviar documentación.", "Busca para su hija.",
-      "Pago siempre por transferencia.", "Contactar con su gestor, el Sr. D'Ors."};
+      "No enviar publicidad por correo.",       "Habla inglés y francés.",
+      "Pendiente de enviar documentación.",     "Busca para su hija.",
+      "Pago siempre por transferencia.",        "Contactar con su gestor, el Sr. D'Ors."};
   return v;
 }
 
 const std::vector<std::string_view>& PropertyNotes() {
   static const std::vector<std::string_view> v = {
-      "Muy luminoso", "Exterior a dos calles", "Necesita reforma de cocina",
-      "Cerca del metro", "Vistas al mar", "Comunidad con piscina", "Aire acondicionado",
-      "Junto a colegios", "Precio negociable", "Suelos de parquet", "Orientación sur",
-      "Ideal inversores: 50% financiado"};
+      "Muy luminoso",       "Exterior a dos calles", "Necesita reforma de cocina",
+      "Cerca del metro",    "Vistas al mar",         "Comunidad con piscina",
+      "Aire acondicionado", "Junto a colegios",      "Precio negociable",
+      "Suelos de parquet",  "Orientación sur",       "Ideal inversores: 50% financiado"};
   return v;
 }
 
 const std::vector<std::string_view>& DemandNotes() {
-  static const std::vector<std::string_view> v = {
-      "Busca cerca del metro", "Necesita plaza de garaje", "Urgente: traslado por trabajo",
-      "Con mascotas", "Financiación aprobada", "Solo planta baja o con ascensor",
-      "Quiere terraza", "Zona tranquila, con colegios cerca"};
+  static const std::vector<std::string_view> v = {"Busca cerca del metro",
+                                                  "Necesita plaza de garaje",
+                                                  "Urgente: traslado por trabajo",
+                                                  "Con mascotas",
+                                                  "Financiación aprobada",
+                                                  "Solo planta baja o con ascensor",
+                                                  "Quiere terraza",
+                                                  "Zona tranquila, con colegios cerca"};
   return v;
 }
 

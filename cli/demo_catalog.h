@@ -27,10 +27,10 @@ struct Country {
 const std::vector<Country>& Countries();
 
 struct PropertyType {
-  std::string_view name;        // TipoInmueble
-  std::string_view alias;       // AliasInmueble it is filed under
-  bool dwelling;                // has rooms, bathrooms, a floor
-  int min_area, max_area;       // square metres
+  std::string_view name;   // TipoInmueble
+  std::string_view alias;  // AliasInmueble it is filed under
+  bool dwelling;           // has rooms, bathrooms, a floor
+  int min_area, max_area;  // square metres
 };
 const std::vector<PropertyType>& PropertyTypes();
 
@@ -41,8 +41,8 @@ struct AliasEntry {
 const std::vector<AliasEntry>& PropertyAliases();
 
 // Plain lookup lists, in id order.
-const std::vector<std::string_view>& Operations();      // Venta first, Alquiler second
-const std::vector<std::string_view>& Heatings();        // "No se sabe" first
+const std::vector<std::string_view>& Operations();  // Venta first, Alquiler second
+const std::vector<std::string_view>& Heatings();    // "No se sabe" first
 const std::vector<std::string_view>& Accesses();
 const std::vector<std::string_view>& ContactCategories();
 const std::vector<std::string_view>& PropertyCategories();

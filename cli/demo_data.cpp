@@ -51,10 +51,10 @@ std::string IsoDate(std::int64_t days) {
 class Table {
  public:
   Table(RowSink& sink, const std::string& name) {
-    const TableSpec* spec = FindTable(name);
-    if (!spec) Raise(err::kInvalidProcedureCall);
+    const SchemaTable* layout = FindTable(name);
+    if (!layout) Raise(err::kInvalidProcedureCall);
     std::vector<std::string> columns;
-    for (const ColumnSpec& c : spec->columns) {
+    for (const SchemaColumn& c : layout->columns) {
       index_[c.name] = columns.size();
       columns.push_back(c.name);
     }
@@ -99,8 +99,10 @@ std::string Slug(std::string_view text) {
   for (std::size_t i = 0; i < text.size();) {
     const unsigned char c = static_cast<unsigned char>(text[i]);
     if (c < 0x80) {
-      if (c >= 'A' && c <= 'Z') out += static_cast<char>(c - 'A' + 'a');
-      else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) out += static_cast<char>(c);
+      if (c >= 'A' && c <= 'Z')
+        out += static_cast<char>(c - 'A' + 'a');
+      else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'))
+        out += static_cast<char>(c);
       ++i;
       continue;
     }
@@ -201,14 +203,12 @@ class Generator {
     UsersTable();
     Contacts({"Cliente", "IdCliente", "TfnoCli", "CorreoECli", 20}, sizes_.clients);
     Agencies();
-    Contacts({"Abogado", "IdAbogado", "TfnoAbogado", "CorreoEAbogado", 30},
-             sizes_.other_contacts);
+    Contacts({"Abogado", "IdAbogado", "TfnoAbogado", "CorreoEAbogado", 30}, sizes_.other_contacts);
     Contacts({"ClienteContrario", "IdClienteContrario", "TfnoCliCont", "CorreoECliCont", 25},
              sizes_.other_contacts);
     Contacts({"Procurador", "IdProcurador", "TfnoProcurador", "CorreoEProcurador", 10},
              sizes_.other_contacts);
-    Contacts({"ClienteContArch", "IdClienteContArch", "TfnoCliContArch", "CorreoECliContArch",
-              25},
+    Contacts({"ClienteContArch", "IdClienteContArch", "TfnoCliContArch", "CorreoECliContArch", 25},
              sizes_.other_contacts);
     Properties("IPropio", "IdIPropio", sizes_.own_properties, 50, false);
     Properties("IAjeno", "IdIAjeno", sizes_.other_agency_properties, 100, false);
@@ -238,8 +238,7 @@ class Generator {
               .Write();
           Place place{country_id, province_id, town_id, c.name, p.name, t.name, {}, {}, t.weight};
           for (std::string_view z : t.zones) {
-            auto [it, added] =
-                zone_ids.emplace(z, static_cast<std::int64_t>(zone_ids.size()) + 1);
+            auto [it, added] = zone_ids.emplace(z, static_cast<std::int64_t>(zone_ids.size()) + 1);
             if (added) zona.Set("IdZona", it->second).Set("Nombre", Str(z)).Write();
             bzona.Set("IdZona", it->second)
                 .Set("IdPais", country_id)
@@ -314,7 +313,9 @@ class Generator {
     }
   }
 
-  std::int64_t AnyUser() { return rng_.Between(1, static_cast<std::int64_t>(demo::Users().size())); }
+  std::int64_t AnyUser() {
+    return rng_.Between(1, static_cast<std::int64_t>(demo::Users().size()));
+  }
 
   std::int64_t DayBetween(int from_year, int to_year) {
     return rng_.Between(DaysFromCivil(from_year, 1, 1), DaysFromCivil(to_year, 12, 31));
@@ -371,14 +372,14 @@ class Generator {
     }
     t.Set("Alias", alias);
     if (rng_.Percent(90))
-      t.Set("Calle", std::string(Pick(rng_, demo::Streets())) + ", " +
-                         std::to_string(rng_.Between(1, 180)));
+      t.Set("Calle",
+            std::string(Pick(rng_, demo::Streets())) + ", " + std::to_string(rng_.Between(1, 180)));
     t.Set("IdPais", place.country);
     if (rng_.Percent(95)) t.Set("IdProvincia", place.province).Set("IdPoblacion", place.town);
     t.Set("IdUsuario", AnyUser());
     if (rng_.Percent(55))
-      t.Set("Categorias",
-            MultiValue(PickSome(rng_, demo::ContactCategories(), static_cast<int>(rng_.Between(1, 2)))));
+      t.Set("Categorias", MultiValue(PickSome(rng_, demo::ContactCategories(),
+                                              static_cast<int>(rng_.Between(1, 2)))));
     const std::int64_t since = DayBetween(1995, 2025);
     t.Set("FechaAlta", IsoDate(since));
     if (rng_.Percent(65)) t.Set("FechaActualizacion", StampAfter(since, 1200));
@@ -391,8 +392,8 @@ class Generator {
 
   void PhonesAndMails(Table& phones, Table& mails, std::string_view key, std::int64_t id,
                       const std::string& mail_name, bool company) {
-    static const std::vector<std::string_view> kDomains = {
-        "gmail.com", "hotmail.com", "yahoo.es", "telefonica.net", "outlook.es"};
+    static const std::vector<std::string_view> kDomains = {"gmail.com", "hotmail.com", "yahoo.es",
+                                                           "telefonica.net", "outlook.es"};
     const std::int64_t r = rng_.Below(100);
     const int phone_count = r < 10 ? 0 : r < 60 ? 1 : r < 90 ? 2 : 3;
     for (int i = 0; i < phone_count; ++i) {
@@ -477,8 +478,8 @@ class Generator {
     return std::max<std::int64_t>(5, rent / 10) * 10;
   }
 
-  void Properties(const std::string& table, const std::string& key, int count,
-                  int agency_percent, bool filed) {
+  void Properties(const std::string& table, const std::string& key, int count, int agency_percent,
+                  bool filed) {
     Table t(sink_, table);
     const auto& types = demo::PropertyTypes();
     const auto& aliases = demo::PropertyAliases();
@@ -519,8 +520,8 @@ class Generator {
         t.Set("Categorias", MultiValue(PickSome(rng_, demo::PropertyCategories(),
                                                 static_cast<int>(rng_.Between(1, 3)))));
 
-      const double area =
-          static_cast<double>(rng_.Between(type.min_area, type.max_area)) + (rng_.Percent(20) ? 0.5 : 0.0);
+      const double area = static_cast<double>(rng_.Between(type.min_area, type.max_area)) +
+                          (rng_.Percent(20) ? 0.5 : 0.0);
       if (rng_.Percent(95)) t.Set("Superficie", area);
       if (rng_.Percent(95))
         t.Set("Precio", Price(type, demo::Operations()[static_cast<std::size_t>(op - 1)], area));
@@ -530,7 +531,8 @@ class Generator {
         if (rng_.Percent(92)) t.Set("Huecos", std::min<std::int64_t>(rooms, 7));
         if (rng_.Percent(85)) t.Set("Exterior", rng_.Between(0, std::min<std::int64_t>(rooms, 4)));
         if (rng_.Percent(90)) t.Set("Ascensor", type.name == "Chalet" ? 0 : rng_.Between(0, 2));
-        if (rng_.Percent(90)) t.Set("Altura", type.name == "Ático" ? rng_.Between(4, 14) : rng_.Between(0, 9));
+        if (rng_.Percent(90))
+          t.Set("Altura", type.name == "Ático" ? rng_.Between(4, 14) : rng_.Between(0, 9));
         if (rng_.Percent(90)) t.Set("Aseos", rng_.Between(0, 2));
         if (rng_.Percent(95)) t.Set("Banios", rng_.Between(1, 3));
       } else if (rng_.Percent(40)) {
@@ -641,7 +643,8 @@ class Generator {
       if (rng_.Percent(90)) t.Set("PrecioMaximo", high);
       const std::int64_t area = rng_.Between(40, 200);
       if (rng_.Percent(70)) t.Set("Superficie", static_cast<double>(area));
-      if (rng_.Percent(60)) t.Set("SuperficieMaxima", static_cast<double>(area + rng_.Between(20, 150)));
+      if (rng_.Percent(60))
+        t.Set("SuperficieMaxima", static_cast<double>(area + rng_.Between(20, 150)));
 
       if (rng_.Percent(60)) t.Set("Huecos", rng_.Between(1, 5));
       if (rng_.Percent(40)) t.Set("Exterior", rng_.Between(0, 3));
@@ -651,8 +654,8 @@ class Generator {
       if (rng_.Percent(40)) t.Set("Aseos", rng_.Between(0, 2));
       if (rng_.Percent(60)) t.Set("Banios", rng_.Between(1, 3));
       t.Set("Exclusividad", Int(rng_.Percent(10) ? 1 : 0));
-      for (const char* column : {"Amueblado", "Nuevo", "Trastero", "Comercial", "Industrial",
-                                 "Transmitido"})
+      for (const char* column :
+           {"Amueblado", "Nuevo", "Trastero", "Comercial", "Industrial", "Transmitido"})
         t.Set(column, CheckState(25, 50));
 
       const std::int64_t since = DayBetween(2005, 2025);
@@ -688,8 +691,6 @@ DemoSizes SizesFor(int properties) {
   return s;
 }
 
-void GenerateDemoData(RowSink& sink, const DemoOptions& options) {
-  Generator(sink, options).Run();
-}
+void GenerateDemoData(RowSink& sink, const DemoOptions& options) { Generator(sink, options).Run(); }
 
 }  // namespace cp::cli

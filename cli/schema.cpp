@@ -5,41 +5,41 @@
 namespace cp::cli {
 namespace {
 
-ColumnSpec Key(std::string name) { return {std::move(name), "INTEGER", true, false}; }
-ColumnSpec Long(std::string name) { return {std::move(name), "INTEGER"}; }
-ColumnSpec Small(std::string name) { return {std::move(name), "SMALLINT"}; }
-ColumnSpec Money(std::string name) { return {std::move(name), "CURRENCY"}; }
-ColumnSpec Real(std::string name) { return {std::move(name), "DOUBLE"}; }
-ColumnSpec Memo(std::string name) { return {std::move(name), "TEXT"}; }
-ColumnSpec When(std::string name) { return {std::move(name), "DATETIME"}; }
-ColumnSpec YesNo(std::string name) { return {std::move(name), "BOOLEAN", false, true}; }
-ColumnSpec Text(std::string name, int size) {
+SchemaColumn Key(std::string name) { return {std::move(name), "INTEGER", true, false}; }
+SchemaColumn Long(std::string name) { return {std::move(name), "INTEGER"}; }
+SchemaColumn Small(std::string name) { return {std::move(name), "SMALLINT"}; }
+SchemaColumn Money(std::string name) { return {std::move(name), "CURRENCY"}; }
+SchemaColumn Real(std::string name) { return {std::move(name), "DOUBLE"}; }
+SchemaColumn Memo(std::string name) { return {std::move(name), "TEXT"}; }
+SchemaColumn When(std::string name) { return {std::move(name), "DATETIME"}; }
+SchemaColumn YesNo(std::string name) { return {std::move(name), "BOOLEAN", false, true}; }
+SchemaColumn Text(std::string name, int size) {
   return {std::move(name), "VARCHAR(" + std::to_string(size) + ")"};
 }
 
 // A lookup table: auto-increment key and one indexed name column.
-TableSpec Lookup(const std::string& table, const std::string& key, const std::string& name) {
+SchemaTable Lookup(const std::string& table, const std::string& key, const std::string& name) {
   return {table, {Key(key), Text(name, 50)}, {name}};
 }
 
 // A contact table (clients, agencies, lawyers...): every one has the same columns.
-TableSpec Contact(const std::string& table, const std::string& key) {
-  return {table,
-          {Key(key), Text("Alias", 100), Text("Organizacion", 100), Text("Apellidos", 100),
-           Text("Calle", 100), Long("IdPoblacion"), Long("IdProvincia"), Long("IdPais"),
-           Memo("Notas"), Text("NIF", 15), Text("PagWeb", 100), Long("IdUsuario"),
-           Text("Categorias", 255), When("FechaAlta"), When("FechaActualizacion"),
-           When("FechaEnvioAnotaciones")},
-          {"Alias", "IdPoblacion", "IdProvincia", "IdPais", "IdUsuario"}};
+SchemaTable Contact(const std::string& table, const std::string& key) {
+  return {
+      table,
+      {Key(key), Text("Alias", 100), Text("Organizacion", 100), Text("Apellidos", 100),
+       Text("Calle", 100), Long("IdPoblacion"), Long("IdProvincia"), Long("IdPais"), Memo("Notas"),
+       Text("NIF", 15), Text("PagWeb", 100), Long("IdUsuario"), Text("Categorias", 255),
+       When("FechaAlta"), When("FechaActualizacion"), When("FechaEnvioAnotaciones")},
+      {"Alias", "IdPoblacion", "IdProvincia", "IdPais", "IdUsuario"}};
 }
 
 // The phone or e-mail table of a contact table: both keep the value in "Numero".
-TableSpec ContactDetail(const std::string& table, const std::string& key, int size) {
+SchemaTable ContactDetail(const std::string& table, const std::string& key, int size) {
   return {table, {Long(key), Text("Numero", size)}, {key}};
 }
 
 // The columns that properties and demands share after their location and type columns.
-void AppendFeatures(std::vector<ColumnSpec>& c) {
+void AppendFeatures(std::vector<SchemaColumn>& c) {
   for (const char* n : {"Huecos", "Exterior", "Ascensor", "Garaje", "Altura", "Aseos", "Banios"})
     c.push_back(Small(n));
   c.push_back(YesNo("Exclusividad"));
@@ -52,13 +52,12 @@ void AppendFeatures(std::vector<ColumnSpec>& c) {
 }
 
 const std::vector<std::string> kPropertyIndexed = {
-    "IdCliente",     "IdPais",          "IdProvincia",   "IdPoblacion",
-    "IdZona",        "IdTipoInmueble",  "IdOperacion",   "IdAliasInmueble",
-    "IdCalefaccion", "IdAgencia",       "IdUsuario",     "IdAcceso"};
+    "IdCliente",   "IdPais",          "IdProvincia",   "IdPoblacion", "IdZona",    "IdTipoInmueble",
+    "IdOperacion", "IdAliasInmueble", "IdCalefaccion", "IdAgencia",   "IdUsuario", "IdAcceso"};
 
 // A property table: the location and the type are ids into the lookup tables.
-TableSpec Property(const std::string& table, const std::string& key) {
-  std::vector<ColumnSpec> c = {Key(key)};
+SchemaTable Property(const std::string& table, const std::string& key) {
+  std::vector<SchemaColumn> c = {Key(key)};
   for (const std::string& id : kPropertyIndexed) c.push_back(Long(id));
   c.push_back(Long("IdDestino"));
   c.push_back(Text("Categorias", 255));
@@ -69,12 +68,12 @@ TableSpec Property(const std::string& table, const std::string& key) {
 }
 
 // The demand table keeps its location and property types as multi-valued text.
-TableSpec Demand() {
-  std::vector<ColumnSpec> c = {Key("IdDemanda"), Long("IdCliente")};
+SchemaTable Demand() {
+  std::vector<SchemaColumn> c = {Key("IdDemanda"), Long("IdCliente")};
   for (const char* n : {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble"})
     c.push_back(Text(n, 255));
-  for (const char* n : {"IdOperacion", "IdAliasInmueble", "IdCalefaccion", "IdAgencia",
-                        "IdUsuario", "IdAcceso", "IdDestino"})
+  for (const char* n : {"IdOperacion", "IdAliasInmueble", "IdCalefaccion", "IdAgencia", "IdUsuario",
+                        "IdAcceso", "IdDestino"})
     c.push_back(Long(n));
   c.push_back(Text("Categorias", 255));
   c.push_back(Money("PrecioMinimo"));
@@ -82,13 +81,14 @@ TableSpec Demand() {
   c.push_back(Real("Superficie"));
   c.push_back(Real("SuperficieMaxima"));
   AppendFeatures(c);
-  return {"Demanda", std::move(c),
-          {"IdCliente", "IdOperacion", "IdAliasInmueble", "IdCalefaccion", "IdAgencia",
-           "IdUsuario", "IdAcceso"}};
+  return {"Demanda",
+          std::move(c),
+          {"IdCliente", "IdOperacion", "IdAliasInmueble", "IdCalefaccion", "IdAgencia", "IdUsuario",
+           "IdAcceso"}};
 }
 
-std::vector<TableSpec> BuildTables() {
-  std::vector<TableSpec> t;
+std::vector<SchemaTable> BuildTables() {
+  std::vector<SchemaTable> t;
   t.push_back(Lookup("Pais", "IdPais", "Nombre"));
   t.push_back(Lookup("Provincia", "IdProvincia", "Nombre"));
   t.push_back({"PrPa", {Long("IdProvincia"), Long("IdPais")}, {"IdProvincia", "IdPais"}});
@@ -118,15 +118,13 @@ std::vector<TableSpec> BuildTables() {
   struct ContactNames {
     const char *table, *key, *phones, *mails;
   };
-  for (const ContactNames& n : {ContactNames{"Cliente", "IdCliente", "TfnoCli", "CorreoECli"},
-                                {"Agencia", "IdAgencia", "TfnoAgencia", "CorreoEAgencia"},
-                                {"Abogado", "IdAbogado", "TfnoAbogado", "CorreoEAbogado"},
-                                {"ClienteContrario", "IdClienteContrario", "TfnoCliCont",
-                                 "CorreoECliCont"},
-                                {"Procurador", "IdProcurador", "TfnoProcurador",
-                                 "CorreoEProcurador"},
-                                {"ClienteContArch", "IdClienteContArch", "TfnoCliContArch",
-                                 "CorreoECliContArch"}}) {
+  for (const ContactNames& n :
+       {ContactNames{"Cliente", "IdCliente", "TfnoCli", "CorreoECli"},
+        {"Agencia", "IdAgencia", "TfnoAgencia", "CorreoEAgencia"},
+        {"Abogado", "IdAbogado", "TfnoAbogado", "CorreoEAbogado"},
+        {"ClienteContrario", "IdClienteContrario", "TfnoCliCont", "CorreoECliCont"},
+        {"Procurador", "IdProcurador", "TfnoProcurador", "CorreoEProcurador"},
+        {"ClienteContArch", "IdClienteContArch", "TfnoCliContArch", "CorreoECliContArch"}}) {
     t.push_back(Contact(n.table, n.key));
     t.push_back(ContactDetail(n.phones, n.key, 30));
     t.push_back(ContactDetail(n.mails, n.key, 100));
@@ -142,29 +140,29 @@ std::vector<TableSpec> BuildTables() {
 
 }  // namespace
 
-const ColumnSpec* TableSpec::Find(std::string_view column) const {
-  for (const ColumnSpec& c : columns)
+const SchemaColumn* SchemaTable::Find(std::string_view column) const {
+  for (const SchemaColumn& c : columns)
     if (c.name == column) return &c;
   return nullptr;
 }
 
-const std::vector<TableSpec>& SchemaTables() {
-  static const std::vector<TableSpec> tables = BuildTables();
+const std::vector<SchemaTable>& SchemaTables() {
+  static const std::vector<SchemaTable> tables = BuildTables();
   return tables;
 }
 
-const TableSpec* FindTable(std::string_view name) {
-  for (const TableSpec& t : SchemaTables())
+const SchemaTable* FindTable(std::string_view name) {
+  for (const SchemaTable& t : SchemaTables())
     if (t.name == name) return &t;
   return nullptr;
 }
 
 std::vector<std::string> SchemaStatements() {
   std::vector<std::string> out;
-  for (const TableSpec& t : SchemaTables()) {
+  for (const SchemaTable& t : SchemaTables()) {
     std::string sql = "CREATE TABLE \"" + t.name + "\" (";
     for (std::size_t i = 0; i < t.columns.size(); ++i) {
-      const ColumnSpec& c = t.columns[i];
+      const SchemaColumn& c = t.columns[i];
       if (i) sql += ", ";
       sql += "\"" + c.name + "\" " + c.type;
       if (c.auto_key) sql += " PRIMARY KEY AUTOINCREMENT";

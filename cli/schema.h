@@ -10,27 +10,27 @@
 
 namespace cp::cli {
 
-struct ColumnSpec {
+struct SchemaColumn {
   std::string name;
-  std::string type;          // declared type, e.g. "VARCHAR(50)"
-  bool auto_key = false;     // INTEGER PRIMARY KEY AUTOINCREMENT
-  bool not_null = false;     // Yes/No columns: NOT NULL DEFAULT 0
+  std::string type;       // declared type, e.g. "VARCHAR(50)"
+  bool auto_key = false;  // INTEGER PRIMARY KEY AUTOINCREMENT
+  bool not_null = false;  // Yes/No columns: NOT NULL DEFAULT 0
 };
 
-struct TableSpec {
+struct SchemaTable {
   std::string name;
-  std::vector<ColumnSpec> columns;
+  std::vector<SchemaColumn> columns;
   std::vector<std::string> indexed;  // columns with an index of their own
 
   // The column called name, or nullptr.
-  const ColumnSpec* Find(std::string_view column) const;
+  const SchemaColumn* Find(std::string_view column) const;
 };
 
 // Every table of the schema, lookup tables first, in creation order.
-const std::vector<TableSpec>& SchemaTables();
+const std::vector<SchemaTable>& SchemaTables();
 
 // The table called name, or nullptr.
-const TableSpec* FindTable(std::string_view name);
+const SchemaTable* FindTable(std::string_view name);
 
 // The CREATE TABLE and CREATE INDEX statements, in execution order.
 std::vector<std::string> SchemaStatements();

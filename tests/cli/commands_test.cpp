@@ -1,4 +1,6 @@
 // The subcommands as scripts see them: exit status, standard output, standard error.
+#include "cli/commands.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -6,7 +8,6 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "cli/commands.h"
 #include "tests/cli/test_db.h"
 
 namespace cp::cli {
@@ -47,7 +48,8 @@ TEST(InitDbCommand, RefusesToOverwriteAnExistingFile) {
   EXPECT_NE(r.err.find("ya existe"), std::string::npos) << r.err;
   EXPECT_EQ(r.out, "");
   std::ifstream in(path);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "not a database, but somebody's file");
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}),
+            "not a database, but somebody's file");
 }
 
 TEST(InitDbCommand, CreatesTheSchemaAndOnlyWithDemoTheRows) {
@@ -86,8 +88,8 @@ TEST(TranslateCommand, PrintsOneLineOrFailsOnStandardError) {
   EXPECT_EQ(ok.out.find('\n'), ok.out.size() - 1) << ok.out;
   EXPECT_EQ(ok.err, "");
 
-  const Result condition =
-      RunTranslate(jetsql::Dialect::Postgres, "IsNull(IPropio.IdZona) OR IPropio.Huecos >= 3", true);
+  const Result condition = RunTranslate(jetsql::Dialect::Postgres,
+                                        "IsNull(IPropio.IdZona) OR IPropio.Huecos >= 3", true);
   EXPECT_EQ(condition.status, kExitOk) << condition.err;
   EXPECT_EQ(condition.out.find("SELECT"), std::string::npos) << condition.out;
 
@@ -106,19 +108,21 @@ class SqlCommand : public ::testing::Test {
     path_ = dir_.File("sql.db");
     ASSERT_EQ(RunInitDb({path_, false, 0}).status, kExitOk);
     PlainDb db(path_);
-    db.Exec("INSERT INTO IPropio (IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
-            "FechaActualizacion, Notas, Exclusividad, Huecos) VALUES "
-            "(1, 3, 125000, 80.5, '2024-03-01', '2024-03-05 17:45:00', 'Dos\tlíneas\nvistas "
-            "al mar', 1, 3), (2, NULL, NULL, NULL, NULL, NULL, NULL, 0, NULL)");
+    db.Exec(
+        "INSERT INTO IPropio (IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
+        "FechaActualizacion, Notas, Exclusividad, Huecos) VALUES "
+        "(1, 3, 125000, 80.5, '2024-03-01', '2024-03-05 17:45:00', 'Dos\tlíneas\nvistas "
+        "al mar', 1, 3), (2, NULL, NULL, NULL, NULL, NULL, NULL, 0, NULL)");
   }
   ScratchDir dir_;
   std::string path_;
 };
 
 TEST_F(SqlCommand, PrintsAHeaderAndTabSeparatedRows) {
-  const Result r = RunSql(path_,
-                          "SELECT IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
-                          "FechaActualizacion, Notas, Exclusividad FROM IPropio ORDER BY IdIPropio");
+  const Result r =
+      RunSql(path_,
+             "SELECT IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
+             "FechaActualizacion, Notas, Exclusividad FROM IPropio ORDER BY IdIPropio");
   ASSERT_EQ(r.status, kExitOk) << r.err;
   EXPECT_EQ(r.out,
             "IdIPropio\tIdCliente\tPrecio\tSuperficie\tFechaAlta\tFechaActualizacion\tNotas\t"

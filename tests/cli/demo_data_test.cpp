@@ -1,5 +1,7 @@
 // The demo data: deterministic, in the proportions of a real file, with multi-valued and
 // check-box columns in the stored conventions and every id pointing at an existing row.
+#include "cli/demo_data.h"
+
 #include <gtest/gtest.h>
 
 #include <regex>
@@ -7,7 +9,6 @@
 #include <sstream>
 
 #include "cli/commands.h"
-#include "cli/demo_data.h"
 #include "cli/schema.h"
 #include "platform/core/error.h"
 #include "tests/cli/test_db.h"
@@ -88,12 +89,16 @@ class DemoFile : public ::testing::Test {
 
 TEST_F(DemoFile, HoldsTheRowCountsOfItsSize) {
   const DemoSizes s = SizesFor(600);
-  const std::pair<const char*, int> counts[] = {
-      {"IPropio", s.own_properties},       {"IAjeno", s.other_agency_properties},
-      {"IArchivado", s.archived_properties}, {"IVendido", s.sold_properties},
-      {"Demanda", s.demands},              {"Cliente", s.clients},
-      {"Agencia", s.agencies + 1},         {"Abogado", s.other_contacts},
-      {"Procurador", s.other_contacts},    {"ClienteContArch", s.other_contacts}};
+  const std::pair<const char*, int> counts[] = {{"IPropio", s.own_properties},
+                                                {"IAjeno", s.other_agency_properties},
+                                                {"IArchivado", s.archived_properties},
+                                                {"IVendido", s.sold_properties},
+                                                {"Demanda", s.demands},
+                                                {"Cliente", s.clients},
+                                                {"Agencia", s.agencies + 1},
+                                                {"Abogado", s.other_contacts},
+                                                {"Procurador", s.other_contacts},
+                                                {"ClienteContArch", s.other_contacts}};
   PlainDb db = Db();
   for (const auto& [table, n] : counts)
     EXPECT_EQ(db.Count(std::string("SELECT count(*) FROM ") + table), n) << table;
@@ -108,7 +113,7 @@ TEST_F(DemoFile, IsTheSameFileOnEveryRun) {
   std::ostringstream out, err;
   ASSERT_EQ(InitDb({again, true, 600}, out, err), kExitOk) << err.str();
   PlainDb a = Db(), b(again);
-  for (const TableSpec& t : SchemaTables()) {
+  for (const SchemaTable& t : SchemaTables()) {
     const std::string sql = "SELECT * FROM \"" + t.name + "\" ORDER BY rowid";
     EXPECT_EQ(a.Rows(sql), b.Rows(sql)) << t.name;
   }
@@ -119,17 +124,17 @@ struct MultiValued {
 };
 
 TEST_F(DemoFile, MultiValuedColumnsEndEachItemWithSemicolonBlank) {
-  std::vector<MultiValued> cases = {
-      {"Cliente", "Categorias", "TipoCategoria", "Nombre"},
-      {"Agencia", "Categorias", "TipoCategoria", "Nombre"},
-      {"Abogado", "Categorias", "TipoCategoria", "Nombre"},
-      {"Demanda", "Categorias", "TipoCategoriaI", "Nombre"},
-      {"Demanda", "Pais", "Pais", "Nombre"},
-      {"Demanda", "Provincia", "Provincia", "Nombre"},
-      {"Demanda", "Poblacion", "Poblacion", "Nombre"},
-      {"Demanda", "Zona", "Zona", "Nombre"},
-      {"Demanda", "TipoInmueble", "TipoInmueble", "Nombre"}};
-  for (const char* p : kPropertyTables) cases.push_back({p, "Categorias", "TipoCategoriaI", "Nombre"});
+  std::vector<MultiValued> cases = {{"Cliente", "Categorias", "TipoCategoria", "Nombre"},
+                                    {"Agencia", "Categorias", "TipoCategoria", "Nombre"},
+                                    {"Abogado", "Categorias", "TipoCategoria", "Nombre"},
+                                    {"Demanda", "Categorias", "TipoCategoriaI", "Nombre"},
+                                    {"Demanda", "Pais", "Pais", "Nombre"},
+                                    {"Demanda", "Provincia", "Provincia", "Nombre"},
+                                    {"Demanda", "Poblacion", "Poblacion", "Nombre"},
+                                    {"Demanda", "Zona", "Zona", "Nombre"},
+                                    {"Demanda", "TipoInmueble", "TipoInmueble", "Nombre"}};
+  for (const char* p : kPropertyTables)
+    cases.push_back({p, "Categorias", "TipoCategoriaI", "Nombre"});
   PlainDb db = Db();
   for (const MultiValued& c : cases) {
     std::set<std::string> known;
@@ -147,8 +152,8 @@ TEST_F(DemoFile, MultiValuedColumnsEndEachItemWithSemicolonBlank) {
         const std::size_t end = v.find("; ", start);
         ASSERT_NE(end, std::string::npos) << v;
         const std::string item = v.substr(start, end - start);
-        EXPECT_TRUE(known.count(item)) << c.table << "." << c.column << " item '" << item
-                                       << "' is not in " << c.lookup;
+        EXPECT_TRUE(known.count(item))
+            << c.table << "." << c.column << " item '" << item << "' is not in " << c.lookup;
         start = end + 2;
       }
       several += items > 1;
@@ -192,10 +197,13 @@ TEST_F(DemoFile, EveryIdRefersToAnExistingRow) {
     std::string table, column, target, key;
   };
   std::vector<Reference> refs = {
-      {"PrPa", "IdProvincia", "Provincia", "IdProvincia"}, {"PrPa", "IdPais", "Pais", "IdPais"},
+      {"PrPa", "IdProvincia", "Provincia", "IdProvincia"},
+      {"PrPa", "IdPais", "Pais", "IdPais"},
       {"PoPrPa", "IdPoblacion", "Poblacion", "IdPoblacion"},
-      {"PoPrPa", "IdProvincia", "Provincia", "IdProvincia"}, {"PoPrPa", "IdPais", "Pais", "IdPais"},
-      {"BZona", "IdZona", "Zona", "IdZona"}, {"BZona", "IdPoblacion", "Poblacion", "IdPoblacion"},
+      {"PoPrPa", "IdProvincia", "Provincia", "IdProvincia"},
+      {"PoPrPa", "IdPais", "Pais", "IdPais"},
+      {"BZona", "IdZona", "Zona", "IdZona"},
+      {"BZona", "IdPoblacion", "Poblacion", "IdPoblacion"},
       {"Usuario", "IdPoblacion", "Poblacion", "IdPoblacion"},
       {"TfnoCli", "IdCliente", "Cliente", "IdCliente"},
       {"CorreoECli", "IdCliente", "Cliente", "IdCliente"},
@@ -209,25 +217,25 @@ TEST_F(DemoFile, EveryIdRefersToAnExistingRow) {
       {"Demanda", "IdAgencia", "Agencia", "IdAgencia"},
       {"Demanda", "IdUsuario", "Usuario", "IdUsuario"},
       {"Demanda", "IdAcceso", "Acceso", "IdAcceso"}};
-  for (const char* contact : {"Cliente", "Agencia", "Abogado", "ClienteContrario", "Procurador",
-                              "ClienteContArch"}) {
+  for (const char* contact :
+       {"Cliente", "Agencia", "Abogado", "ClienteContrario", "Procurador", "ClienteContArch"}) {
     refs.push_back({contact, "IdPais", "Pais", "IdPais"});
     refs.push_back({contact, "IdProvincia", "Provincia", "IdProvincia"});
     refs.push_back({contact, "IdPoblacion", "Poblacion", "IdPoblacion"});
     refs.push_back({contact, "IdUsuario", "Usuario", "IdUsuario"});
   }
   for (const char* p : kPropertyTables) {
-    for (const char* lookup : {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble",
-                               "Operacion", "AliasInmueble", "Calefaccion", "Agencia",
-                               "Usuario", "Acceso"})
+    for (const char* lookup :
+         {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Operacion", "AliasInmueble",
+          "Calefaccion", "Agencia", "Usuario", "Acceso"})
       refs.push_back({p, std::string("Id") + lookup, lookup, std::string("Id") + lookup});
     refs.push_back({p, "IdCliente", "Cliente", "IdCliente"});
   }
   PlainDb db = Db();
   for (const Reference& r : refs) {
     const std::string sql = "SELECT count(*) FROM " + r.table + " WHERE " + r.column +
-                            " IS NOT NULL AND " + r.column + " NOT IN (SELECT " + r.key +
-                            " FROM " + r.target + ")";
+                            " IS NOT NULL AND " + r.column + " NOT IN (SELECT " + r.key + " FROM " +
+                            r.target + ")";
     EXPECT_EQ(db.Count(sql), 0) << r.table << "." << r.column << " -> " << r.target;
   }
   // The owner is always known, so the owner join of the host query finds a client.
@@ -238,12 +246,14 @@ TEST_F(DemoFile, LocationsAgreeWithTheJoinTables) {
   PlainDb db = Db();
   for (const char* p : kPropertyTables) {
     const std::string t = p;
-    EXPECT_EQ(db.Count("SELECT count(*) FROM " + t + " x WHERE IdPoblacion IS NOT NULL AND NOT "
+    EXPECT_EQ(db.Count("SELECT count(*) FROM " + t +
+                       " x WHERE IdPoblacion IS NOT NULL AND NOT "
                        "EXISTS (SELECT 1 FROM PoPrPa j WHERE j.IdPoblacion = x.IdPoblacion AND "
                        "j.IdProvincia = x.IdProvincia AND j.IdPais = x.IdPais)"),
               0)
         << t;
-    EXPECT_EQ(db.Count("SELECT count(*) FROM " + t + " x WHERE IdZona IS NOT NULL AND NOT "
+    EXPECT_EQ(db.Count("SELECT count(*) FROM " + t +
+                       " x WHERE IdZona IS NOT NULL AND NOT "
                        "EXISTS (SELECT 1 FROM BZona j WHERE j.IdZona = x.IdZona AND "
                        "j.IdPoblacion = x.IdPoblacion)"),
               0)
@@ -261,12 +271,12 @@ TEST_F(DemoFile, DatesAreIsoTextAndTypicalValuesAreThere) {
   PlainDb db = Db();
   const std::regex iso(R"(\d{4}-\d{2}-\d{2}( \d{2}:\d{2}:\d{2})?)");
   for (const char* table : {"IPropio", "IVendido", "Demanda", "Cliente"}) {
-    for (const TableSpec& t : SchemaTables()) {
+    for (const SchemaTable& t : SchemaTables()) {
       if (t.name != table) continue;
-      for (const ColumnSpec& c : t.columns) {
+      for (const SchemaColumn& c : t.columns) {
         if (c.type != "DATETIME") continue;
-        for (const auto& row : db.Rows("SELECT " + c.name + " FROM " + t.name + " WHERE " +
-                                       c.name + " IS NOT NULL"))
+        for (const auto& row :
+             db.Rows("SELECT " + c.name + " FROM " + t.name + " WHERE " + c.name + " IS NOT NULL"))
           ASSERT_TRUE(std::regex_match(row[0], iso)) << t.name << "." << c.name << " " << row[0];
       }
     }
@@ -284,7 +294,8 @@ TEST_F(DemoFile, DatesAreIsoTextAndTypicalValuesAreThere) {
   EXPECT_EQ(db.Count("SELECT count(DISTINCT Activo) FROM AliasInmueble"), 2);
   EXPECT_EQ(db.Count("SELECT count(*) FROM Agencia WHERE IdAgencia >= 1000000"), 1);
   EXPECT_GT(db.Count("SELECT count(*) FROM Cliente WHERE Alias LIKE '%''%'"), 0);
-  EXPECT_GT(db.Count("SELECT count(*) FROM Poblacion WHERE Nombre LIKE '%á%' OR Nombre LIKE '%ó%'"), 0);
+  EXPECT_GT(db.Count("SELECT count(*) FROM Poblacion WHERE Nombre LIKE '%á%' OR Nombre LIKE '%ó%'"),
+            0);
 }
 
 }  // namespace

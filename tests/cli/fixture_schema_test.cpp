@@ -48,8 +48,8 @@ AccessSchema ReadFixtureSchema() {
 // Whether our declared type stores every value of the Access type without loss.
 bool Compatible(const std::string& access, const std::string& ours) {
   static const std::map<std::string, std::string> exact = {
-      {"Long Integer", "INTEGER"}, {"Integer", "SMALLINT"},  {"Byte", "TINYINT"},
-      {"Currency", "CURRENCY"},    {"Double", "DOUBLE"},     {"DateTime", "DATETIME"},
+      {"Long Integer", "INTEGER"},     {"Integer", "SMALLINT"}, {"Byte", "TINYINT"},
+      {"Currency", "CURRENCY"},        {"Double", "DOUBLE"},    {"DateTime", "DATETIME"},
       {"Boolean NOT NULL", "BOOLEAN"}, {"Boolean", "BOOLEAN"}};
   if (auto it = exact.find(access); it != exact.end()) return it->second == ours;
   if (access.rfind("Memo", 0) == 0) return ours == "TEXT";

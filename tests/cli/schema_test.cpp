@@ -49,16 +49,50 @@ struct TableColumns {
 // What the component reads: the entity catalogue (table, key, phone and e-mail tables), the
 // contact search fields, the property and demand criteria, the crossing joins, the lookups.
 const std::vector<TableColumns>& ReadByTheComponent() {
-  static const std::vector<const char*> kContact = {
-      "Alias", "Organizacion", "Apellidos", "Calle", "IdPoblacion", "IdProvincia", "IdPais",
-      "Notas", "NIF", "PagWeb", "IdUsuario", "Categorias", "FechaAlta", "FechaActualizacion",
-      "FechaEnvioAnotaciones"};
-  static const std::vector<const char*> kFeatures = {
-      "IdOperacion", "IdAliasInmueble", "IdCalefaccion", "IdAgencia", "IdUsuario", "IdAcceso",
-      "IdDestino", "Categorias", "Superficie", "Huecos", "Exterior", "Ascensor", "Garaje",
-      "Altura", "Aseos", "Banios", "Exclusividad", "Amueblado", "Nuevo", "Trastero",
-      "Comercial", "Industrial", "Transmitido", "FechaBaja", "FechaAlta", "FechaActualizacion",
-      "FechaTransmision", "Notas", "IdCliente"};
+  static const std::vector<const char*> kContact = {"Alias",
+                                                    "Organizacion",
+                                                    "Apellidos",
+                                                    "Calle",
+                                                    "IdPoblacion",
+                                                    "IdProvincia",
+                                                    "IdPais",
+                                                    "Notas",
+                                                    "NIF",
+                                                    "PagWeb",
+                                                    "IdUsuario",
+                                                    "Categorias",
+                                                    "FechaAlta",
+                                                    "FechaActualizacion",
+                                                    "FechaEnvioAnotaciones"};
+  static const std::vector<const char*> kFeatures = {"IdOperacion",
+                                                     "IdAliasInmueble",
+                                                     "IdCalefaccion",
+                                                     "IdAgencia",
+                                                     "IdUsuario",
+                                                     "IdAcceso",
+                                                     "IdDestino",
+                                                     "Categorias",
+                                                     "Superficie",
+                                                     "Huecos",
+                                                     "Exterior",
+                                                     "Ascensor",
+                                                     "Garaje",
+                                                     "Altura",
+                                                     "Aseos",
+                                                     "Banios",
+                                                     "Exclusividad",
+                                                     "Amueblado",
+                                                     "Nuevo",
+                                                     "Trastero",
+                                                     "Comercial",
+                                                     "Industrial",
+                                                     "Transmitido",
+                                                     "FechaBaja",
+                                                     "FechaAlta",
+                                                     "FechaActualizacion",
+                                                     "FechaTransmision",
+                                                     "Notas",
+                                                     "IdCliente"};
   static const std::vector<TableColumns> tables = [] {
     std::vector<TableColumns> t = {
         {"Pais", {"IdPais", "Nombre"}},
@@ -93,8 +127,8 @@ const std::vector<TableColumns>& ReadByTheComponent() {
       t.push_back({c[3], {c[1], "Numero"}});
     }
     for (const char* p : {"IPropio", "IAjeno", "IArchivado", "IVendido"}) {
-      TableColumns table{p, {"IdPais", "IdProvincia", "IdPoblacion", "IdZona", "IdTipoInmueble",
-                             "Precio"}};
+      TableColumns table{
+          p, {"IdPais", "IdProvincia", "IdPoblacion", "IdZona", "IdTipoInmueble", "Precio"}};
       table.columns.insert(table.columns.end(), kFeatures.begin(), kFeatures.end());
       t.push_back(table);
     }
@@ -102,9 +136,9 @@ const std::vector<TableColumns>& ReadByTheComponent() {
     t[t.size() - 2].columns.push_back("IdIArchivado");
     t[t.size() - 3].columns.push_back("IdIAjeno");
     t[t.size() - 4].columns.push_back("IdIPropio");
-    TableColumns demand{"Demanda", {"IdDemanda", "Pais", "Provincia", "Poblacion", "Zona",
-                                    "TipoInmueble", "PrecioMinimo", "PrecioMaximo",
-                                    "SuperficieMaxima"}};
+    TableColumns demand{"Demanda",
+                        {"IdDemanda", "Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble",
+                         "PrecioMinimo", "PrecioMaximo", "SuperficieMaxima"}};
     demand.columns.insert(demand.columns.end(), kFeatures.begin(), kFeatures.end());
     t.push_back(demand);
     return t;
@@ -121,14 +155,23 @@ TEST_F(SchemaFile, HasEveryTableAndColumnTheComponentReads) {
 }
 
 TEST_F(SchemaFile, EveryLookupAndEntityKeyIsAutoIncrement) {
-  const char* keys[][2] = {
-      {"Pais", "IdPais"}, {"Provincia", "IdProvincia"}, {"Poblacion", "IdPoblacion"},
-      {"Zona", "IdZona"}, {"TipoInmueble", "IdTipoInmueble"}, {"Operacion", "IdOperacion"},
-      {"AliasInmueble", "IdAliasInmueble"}, {"Inmueble", "IdInmueble"},
-      {"Calefaccion", "IdCalefaccion"}, {"Acceso", "IdAcceso"},
-      {"TipoCategoria", "IdTipoCategoria"}, {"TipoCategoriaI", "IdTipoCategoriaI"},
-      {"Usuario", "IdUsuario"}, {"Agencia", "IdAgencia"}, {"Cliente", "IdCliente"},
-      {"IPropio", "IdIPropio"}, {"Demanda", "IdDemanda"}};
+  const char* keys[][2] = {{"Pais", "IdPais"},
+                           {"Provincia", "IdProvincia"},
+                           {"Poblacion", "IdPoblacion"},
+                           {"Zona", "IdZona"},
+                           {"TipoInmueble", "IdTipoInmueble"},
+                           {"Operacion", "IdOperacion"},
+                           {"AliasInmueble", "IdAliasInmueble"},
+                           {"Inmueble", "IdInmueble"},
+                           {"Calefaccion", "IdCalefaccion"},
+                           {"Acceso", "IdAcceso"},
+                           {"TipoCategoria", "IdTipoCategoria"},
+                           {"TipoCategoriaI", "IdTipoCategoriaI"},
+                           {"Usuario", "IdUsuario"},
+                           {"Agencia", "IdAgencia"},
+                           {"Cliente", "IdCliente"},
+                           {"IPropio", "IdIPropio"},
+                           {"Demanda", "IdDemanda"}};
   // The list picker decides whether it may number new rows from this attribute.
   auto db = dao::OpenDatabase(path_);
   for (const auto& [table, key] : keys) {
@@ -146,15 +189,22 @@ TEST_F(SchemaFile, ColumnTypesReadAsTheirDaoTypes) {
   struct Case {
     const char *table, *column;
     int type;
-  } cases[] = {
-      {"IPropio", "Precio", dao::dbCurrency},        {"Demanda", "PrecioMinimo", dao::dbCurrency},
-      {"IPropio", "Superficie", dao::dbDouble},      {"Demanda", "SuperficieMaxima", dao::dbDouble},
-      {"IPropio", "Exclusividad", dao::dbBoolean},   {"AliasInmueble", "Activo", dao::dbBoolean},
-      {"IPropio", "Amueblado", dao::dbInteger},      {"IPropio", "Huecos", dao::dbInteger},
-      {"IPropio", "FechaAlta", dao::dbDate},         {"Cliente", "FechaEnvioAnotaciones", dao::dbDate},
-      {"Cliente", "Notas", dao::dbMemo},             {"Demanda", "Notas", dao::dbMemo},
-      {"Cliente", "Alias", dao::dbText},             {"Demanda", "Zona", dao::dbText},
-      {"TfnoCli", "Numero", dao::dbText},            {"IPropio", "IdZona", dao::dbLong}};
+  } cases[] = {{"IPropio", "Precio", dao::dbCurrency},
+               {"Demanda", "PrecioMinimo", dao::dbCurrency},
+               {"IPropio", "Superficie", dao::dbDouble},
+               {"Demanda", "SuperficieMaxima", dao::dbDouble},
+               {"IPropio", "Exclusividad", dao::dbBoolean},
+               {"AliasInmueble", "Activo", dao::dbBoolean},
+               {"IPropio", "Amueblado", dao::dbInteger},
+               {"IPropio", "Huecos", dao::dbInteger},
+               {"IPropio", "FechaAlta", dao::dbDate},
+               {"Cliente", "FechaEnvioAnotaciones", dao::dbDate},
+               {"Cliente", "Notas", dao::dbMemo},
+               {"Demanda", "Notas", dao::dbMemo},
+               {"Cliente", "Alias", dao::dbText},
+               {"Demanda", "Zona", dao::dbText},
+               {"TfnoCli", "Numero", dao::dbText},
+               {"IPropio", "IdZona", dao::dbLong}};
   auto db = dao::OpenDatabase(path_);
   for (const Case& c : cases)
     EXPECT_EQ(db->TableDefs(c.table).Fields(c.column).Type(), c.type) << c.table << "." << c.column;
@@ -163,15 +213,28 @@ TEST_F(SchemaFile, ColumnTypesReadAsTheirDaoTypes) {
 }
 
 TEST_F(SchemaFile, LookupNamesAndIdsAreIndexed) {
-  const char* indexed[][2] = {
-      {"Pais", "Nombre"}, {"Provincia", "Nombre"}, {"Poblacion", "Nombre"}, {"Zona", "Nombre"},
-      {"TipoInmueble", "Nombre"}, {"Operacion", "Operacion"}, {"AliasInmueble", "Inmueble"},
-      {"Calefaccion", "Calefaccion"}, {"Acceso", "Acceso"}, {"Usuario", "Nombre"},
-      {"TipoCategoriaI", "Nombre"}, {"Agencia", "Alias"}, {"PrPa", "IdPais"},
-      {"PoPrPa", "IdProvincia"}, {"BZona", "IdPoblacion"}, {"TfnoCli", "IdCliente"},
-      {"CorreoECliContArch", "IdClienteContArch"}, {"IPropio", "IdCliente"},
-      {"IAjeno", "IdZona"}, {"IVendido", "IdAgencia"}, {"Demanda", "IdCliente"},
-      {"Cliente", "IdPoblacion"}};
+  const char* indexed[][2] = {{"Pais", "Nombre"},
+                              {"Provincia", "Nombre"},
+                              {"Poblacion", "Nombre"},
+                              {"Zona", "Nombre"},
+                              {"TipoInmueble", "Nombre"},
+                              {"Operacion", "Operacion"},
+                              {"AliasInmueble", "Inmueble"},
+                              {"Calefaccion", "Calefaccion"},
+                              {"Acceso", "Acceso"},
+                              {"Usuario", "Nombre"},
+                              {"TipoCategoriaI", "Nombre"},
+                              {"Agencia", "Alias"},
+                              {"PrPa", "IdPais"},
+                              {"PoPrPa", "IdProvincia"},
+                              {"BZona", "IdPoblacion"},
+                              {"TfnoCli", "IdCliente"},
+                              {"CorreoECliContArch", "IdClienteContArch"},
+                              {"IPropio", "IdCliente"},
+                              {"IAjeno", "IdZona"},
+                              {"IVendido", "IdAgencia"},
+                              {"Demanda", "IdCliente"},
+                              {"Cliente", "IdPoblacion"}};
   PlainDb db(path_);
   for (const auto& [table, column] : indexed) {
     bool found = false;

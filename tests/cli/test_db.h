@@ -56,7 +56,8 @@ class PlainDb {
       rows.push_back(std::move(row));
     }
     sqlite3_finalize(stmt);
-    if (rc != SQLITE_DONE) throw std::runtime_error(sqlite3_errmsg(db_) + std::string(" in ") + sql);
+    if (rc != SQLITE_DONE)
+      throw std::runtime_error(sqlite3_errmsg(db_) + std::string(" in ") + sql);
     return rows;
   }
   // The first column of the first row.
