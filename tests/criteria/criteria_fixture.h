@@ -1,0 +1,125 @@
+#pragma once
+// The builders' tests: the shared routines' test state (scripted messenger, log folder),
+// "today" fixed at 15 November 2026, a form to place criteria controls on, and one fixture
+// database with the agency schema and rows on both sides of every bound the tests use.
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/schema.h"
+#include "common/shared_state.h"
+#include "platform/core/conversions.h"
+#include "platform/dao/connect.h"
+#include "platform/form/check_box.h"
+#include "platform/form/control_container.h"
+#include "platform/form/date_picker.h"
+#include "platform/form/text_box.h"
+#include "platform/sqlite/native.h"
+#include "tests/common/common_fixture.h"
+
+namespace cp::testing {
+
+// Rows of the fixture database. Property ids 1-9 and demand ids 1-10 are referred to by the
+// tests' expectations.
+inline const char* const kFixtureRows = R"SQL(
+INSERT INTO Zona (IdZona, Nombre) VALUES (4, 'Madrid'), (9, 'Sevilla'), (5, 'Ávila'),
+  (6, 'O''Donnell'), (7, 'Norte|Sur');
+INSERT INTO Usuario (IdUsuario, Nombre) VALUES (3, 'Ana Pérez'), (5, 'Juan'),
+  (8, 'ÁLVARO PÉREZ');
+INSERT INTO IPropio (IdIPropio, FechaAlta, Huecos, Amueblado, Exclusividad, IdZona, IdUsuario)
+VALUES
+  (1, '2005-03-06', 2, 0, 0, 4, 3),
+  (2, '2005-03-07', 3, 1, 1, 9, 8),
+  (3, '2005-12-31', 4, 2, 0, NULL, NULL),
+  (4, '2005-12-31 15:00:00', NULL, NULL, 1, 5, 5),
+  (5, '2006-01-01', 5, 1, 0, 6, 5),
+  (6, '2026-11-14', 1, 0, 1, 7, 3),
+  (7, '2026-11-15', 0, 2, 0, 4, 8),
+  (8, '2026-11-16', 3, 1, 1, 9, 5),
+  (9, NULL, NULL, NULL, 0, NULL, NULL);
+INSERT INTO Demanda (IdDemanda, PrecioMinimo, PrecioMaximo, TipoInmueble, Zona) VALUES
+  (1, 100000, 200000, 'Piso; ', 'O''Donnell; Centro; '),
+  (2, 150000, 150000, 'Piso; Local; ', 'Norte|Sur; '),
+  (3, 150001, 300000, 'Local; Piso; ', 'Centro; '),
+  (4, 50000, 149999, 'Ático; Piso; Local; ', 'Norte; '),
+  (5, NULL, 150000, 'Pisos; ', ''),
+  (6, NULL, 149999, '', NULL),
+  (7, 150000, NULL, NULL, 'Centro; O''Donnell; '),
+  (8, 150001, NULL, 'Local; ', 'Sur; '),
+  (9, NULL, NULL, 'PISO; ', 'ávila; '),
+  (10, 10, 20, 'Casa; Mi Piso; ', 'Ávila; Centro; ');
+CREATE TABLE Codigo (IdCodigo VARCHAR(10), Nombre VARCHAR(50));
+INSERT INTO Codigo VALUES ('A7', 'Alfa'), ('B2', 'Beta');
+)SQL";
+
+class CriteriaTest : public CommonTest {
+ protected:
+  static void SetUpTestSuite() {
+    path_ = (std::filesystem::temp_directory_path() /
+             ("cp_criteria_" + std::to_string(::getpid()) + ".sqlite"))
+                .string();
+    std::filesystem::remove(path_);
+    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
+    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
+    db.ExecuteNative(kFixtureRows);
+  }
+  static void TearDownTestSuite() { std::filesystem::remove(path_); }
+
+  void SetUp() override {
+    CommonTest::SetUp();
+    SetFixedNow(MakeDate(2026, 11, 15, 10, 30, 0));
+    setBD(dao::OpenDatabase(path_));
+  }
+  void TearDown() override {
+    setBD(nullptr);
+    CommonTest::TearDown();
+  }
+
+  // The keys of the rows of table where the condition holds, in key order, as the host
+  // query runs it.
+  std::vector<long> KeysWhere(const std::string& table, const std::string& key,
+                        const std::string& where) {
+    dao::Recordset rs = BD()->OpenRecordset("SELECT " + key + " FROM " + table + " WHERE " +
+                                            where + " ORDER BY " + key);
+    std::vector<long> ids;
+    for (; !rs.Eof(); rs.MoveNext()) ids.push_back(CLng(rs.Fields(0).Value()));
+    return ids;
+  }
+  std::vector<long> Properties(const std::string& where) {
+    return KeysWhere("IPropio", "IdIPropio", where);
+  }
+  std::vector<long> Demands(const std::string& where) { return KeysWhere("Demanda", "IdDemanda", where); }
+
+  form::TextBox& Text(const std::string& text, int index = -1) {
+    auto& box = form_.AddTextBox("txt" + std::to_string(++counter_), index);
+    box.setText(text);
+    return box;
+  }
+  form::CheckBox& Check(int value) {
+    auto& box = form_.AddCheckBox("chk" + std::to_string(++counter_));
+    box.setValue(value);
+    return box;
+  }
+  // Element index of a date-picker array; a Null value unchecks it.
+  form::DTPicker& Picker(int index, const Variant& value) {
+    auto& picker = form_.AddDTPicker("dtp" + std::to_string(++counter_), index);
+    picker.setValue(value);
+    return picker;
+  }
+
+  form::Form form_{"frmPrueba"};
+  int counter_ = 0;
+  static inline std::string path_;
+};
+
+inline std::string DescribeMessages(const ScriptedMessenger& m) {
+  std::string all;
+  for (const auto& s : m.shown()) all += "[" + s.title + "] " + s.text + "\n";
+  return all;
+}
+
+}  // namespace cp::testing
