@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -52,6 +53,11 @@ class Variant {
   Variant(std::string_view value) : value_(std::string(value)) {}
   Variant(Array2D value);
   Variant(std::shared_ptr<Dispatch> object) : value_(std::move(object)) {}
+  // Any object that is a Dispatch.
+  template <class T>
+    requires(!std::is_same_v<T, Dispatch> &&
+             std::is_convertible_v<std::shared_ptr<T>, std::shared_ptr<Dispatch>>)
+  Variant(std::shared_ptr<T> object) : value_(std::shared_ptr<Dispatch>(std::move(object))) {}
 
   Type type() const;
   // The runtime's TypeName: "Empty", "Null", "Boolean", "Integer", "Long", "Double", "Date",

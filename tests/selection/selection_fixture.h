@@ -1,0 +1,97 @@
+#pragma once
+// The selection object's tests: the shared routines in a known state (scripted messenger,
+// log folder, fixed clock), an agency database with a few contacts, and a dialog that "the
+// user" drives through a script inside the modal loop.
+#include <unistd.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/schema.h"
+#include "common/shared_state.h"
+#include "platform/core/conversions.h"
+#include "platform/dao/connect.h"
+#include "platform/form/check_box.h"
+#include "platform/form/combo_box.h"
+#include "platform/form/command_button.h"
+#include "platform/form/date_picker.h"
+#include "platform/form/text_box.h"
+#include "platform/sqlite/native.h"
+#include "selection/c_seleccion.h"
+#include "selection/modal_runner.h"
+#include "tests/common/common_fixture.h"
+
+namespace cp::testing {
+
+inline const char* const kContactRows = R"SQL(
+INSERT INTO Usuario (IdUsuario, Nombre) VALUES (3, 'Ana Pérez'), (8, 'Álvaro Gil');
+INSERT INTO Poblacion (IdPoblacion, Nombre) VALUES (1, 'Ávila'), (2, 'Madrid');
+INSERT INTO Cliente (IdCliente, Alias, Apellidos, FechaAlta, IdUsuario, IdPoblacion, Categorias, Notas)
+VALUES
+  (1, 'García, Luis', 'García López', '2024-02-29', 3, 1, 'Inversor; ', NULL),
+  (2, 'Garcia, Ana', 'garcia ruiz', '2024-03-01', 8, 2, 'Inversor; Vip; ', 'Cliente O''Brien'),
+  (3, 'Pérez, Juan', 'Pérez Garcia', '2024-03-01 18:30:00', 3, NULL, 'Vip; ', NULL),
+  (4, 'O''Brien', 'O''Brien', NULL, NULL, 2, NULL, NULL),
+  (5, 'Ruiz', 'Ruiz Garcia', '2023-12-31', 8, 1, '', NULL);
+INSERT INTO TfnoCli (IdCliente, Numero) VALUES (1, '600 111 222'), (2, '91 555 1234'),
+  (4, '600 999 000');
+INSERT INTO CorreoECli (IdCliente, Numero) VALUES (3, 'juan@garcia.es'), (5, 'ruiz@correo.es');
+INSERT INTO TipoCategoria (IdTipoCategoria, Nombre) VALUES (1, 'Inversor'), (2, 'Vip');
+)SQL";
+
+class SelectionTest : public CommonTest {
+ protected:
+  static void SetUpTestSuite() {
+    path_ = (std::filesystem::temp_directory_path() /
+             ("cp_selection_" + std::to_string(::getpid()) + ".sqlite"))
+                .string();
+    std::filesystem::remove(path_);
+    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
+    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
+    db.ExecuteNative(kContactRows);
+  }
+  static void TearDownTestSuite() { std::filesystem::remove(path_); }
+
+  void SetUp() override {
+    CommonTest::SetUp();
+    SetFixedNow(MakeDate(2026, 11, 15, 10, 30, 0));
+    sel_ = std::make_unique<CSeleccion>();
+    sel_->setBD(dao::OpenDatabase(path_));
+    sel_->setPathDB(path_);
+  }
+  void TearDown() override {
+    sel_.reset();
+    setBD(nullptr);
+    CommonTest::TearDown();
+  }
+
+  // Shows the dialog with script acting as the user; returns what mtdMostrar returns.
+  bool Show(std::function<void(frmSeleccion&)> script) {
+    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(std::move(script)));
+    return sel_->mtdMostrar();
+  }
+
+  static void Press(frmSeleccion& dlg, const std::string& button) {
+    dlg.Controls().Get<form::CommandButton>(button).Press();
+  }
+  static form::ControlContainer& Cli(frmSeleccion& dlg) { return dlg.SeleccionCli1().Controls(); }
+
+  // The keys of the rows that the host query returns for a condition.
+  std::vector<long> Ids(const std::string& table, const std::string& key,
+                        const std::string& where) {
+    dao::Recordset rs = BD()->OpenRecordset("SELECT " + table + ".* FROM " + table +
+                                            " WHERE " + where + " ORDER BY " + key);
+    std::vector<long> ids;
+    for (; !rs.Eof(); rs.MoveNext()) ids.push_back(CLng(rs.Fields(key).Value()));
+    return ids;
+  }
+  std::vector<long> Clients(const std::string& where) { return Ids("Cliente", "IdCliente", where); }
+
+  std::unique_ptr<CSeleccion> sel_;
+  static inline std::string path_;
+};
+
+}  // namespace cp::testing

@@ -1,0 +1,246 @@
+// The selection object and its dialog as the host sees them: entity list, showing, accepting,
+// cancelling, the close box, routing to the criteria controls, late binding.
+#include <gtest/gtest.h>
+
+#include "platform/automation/registry.h"
+#include "platform/dao/database_object.h"
+#include "tests/selection/selection_fixture.h"
+
+namespace cp::testing {
+namespace {
+
+using form::CheckBox;
+using form::ComboBox;
+using form::TextBox;
+
+std::vector<std::string> Items(const ComboBox& list) {
+  std::vector<std::string> items;
+  for (int i = 0; i < list.ListCount(); ++i) items.push_back(list.List(i));
+  return items;
+}
+
+Variant Names(const std::vector<std::string>& names) {
+  Array2D a(0, static_cast<int>(names.size()) - 1, 0, 0);
+  for (std::size_t i = 0; i < names.size(); ++i) a.at(static_cast<int>(i), 0) = Variant(names[i]);
+  return Variant(std::move(a));
+}
+
+long ErrorOf(const std::function<void()>& f) {
+  try {
+    f();
+  } catch (const Error& e) {
+    return e.number();
+  }
+  return 0;
+}
+
+const std::vector<std::string> kDefaultEntities = {
+    "Inm. Propios", "Inm. Ajenos", "Agencias", "Clientes"};
+
+TEST_F(SelectionTest, EntityList) {
+  frmSeleccion& dlg = sel_->Dialog();
+  EXPECT_EQ(Items(dlg.cboEntidad()),
+            (std::vector<std::string>{"Inm. Propios", "Inm. Ajenos", "Inm. Archivados",
+                                      "Inm. Vendidos", "Agencias", "Clientes",
+                                      "Clientes Archivados", "Demandas"}));
+  EXPECT_EQ(dlg.cboEntidad().ListIndex(), -1);
+  sel_->setEntidadesPosibles(Variant::Null());
+  EXPECT_EQ(dlg.cboEntidad().ListCount(), 8);
+  sel_->setEntidadesPosibles(Names({"Clientes", "Notarios"}));
+  EXPECT_EQ(Items(dlg.cboEntidad()), (std::vector<std::string>{"Clientes", "Notarios"}));
+  EXPECT_EQ(ErrorOf([&] { sel_->setEntidadesPosibles(Variant("Clientes")); }),
+            err::kTypeMismatch);
+}
+
+TEST_F(SelectionTest, EmptyEntityTakesTheFirstOfTheList) {
+  sel_->setEntidad("");
+  EXPECT_EQ(sel_->Entidad(), "Inm. Propios");
+  EXPECT_TRUE(sel_->Dialog().SeleccionInm1Control().Visible());
+  EXPECT_EQ(sel_->Dialog().SeleccionInm1().Tabla(), "IPropio");
+
+  CSeleccion other;
+  other.setEntidadesPosibles(Names({"Agencias", "Clientes"}));
+  other.setEntidad("");
+  EXPECT_EQ(other.Entidad(), "Agencias");
+  EXPECT_EQ(other.Dialog().SeleccionCli1().Tabla(), "Agencia");
+}
+
+TEST_F(SelectionTest, UnknownEntityIsStoredThenRefused) {
+  EXPECT_NE(ErrorOf([&] { sel_->setEntidad("Notarios"); }), 0);
+  EXPECT_EQ(sel_->Entidad(), "Notarios");
+  EXPECT_FALSE(sel_->Dialog().SeleccionCli1Control().Visible());
+  EXPECT_FALSE(sel_->Dialog().SeleccionInm1Control().Visible());
+}
+
+TEST_F(SelectionTest, AcceptStoresTheResultsAndUnloads) {
+  sel_->setEntidad("Clientes");
+  EXPECT_TRUE(Show([](frmSeleccion& dlg) {
+    Cli(dlg).Get<TextBox>("txtPalabras").setText("ruiz");
+    dlg.chkGuardar().setValue(1);
+    Press(dlg, "cmdAceptar");
+    EXPECT_FALSE(dlg.Loaded());
+  }));
+  EXPECT_EQ(sel_->SQLW(), "Cliente.Alias LIKE '*ruiz*'");
+  EXPECT_TRUE(sel_->GuardarSeleccion());
+  ASSERT_TRUE(sel_->Seleccion().IsArray());
+
+  // The next showing starts from a fresh window: default list, nothing chosen, unticked.
+  EXPECT_FALSE(Show([](frmSeleccion& dlg) {
+    EXPECT_EQ(dlg.cboEntidad().ListIndex(), -1);
+    EXPECT_EQ(dlg.cboEntidad().ListCount(), 8);
+    EXPECT_EQ(dlg.chkGuardar().Value(), 0);
+    EXPECT_EQ(Cli(dlg).Get<TextBox>("txtPalabras").Text(), "");
+    Press(dlg, "cmdCancelar");
+  }));
+  // Cancel keeps the earlier results.
+  EXPECT_EQ(sel_->SQLW(), "Cliente.Alias LIKE '*ruiz*'");
+  EXPECT_TRUE(sel_->GuardarSeleccion());
+  EXPECT_EQ(sel_->Entidad(), "Clientes");
+}
+
+TEST_F(SelectionTest, CloseBoxReturnsThePreviousResult) {
+  EXPECT_FALSE(Show([](frmSeleccion&) {}));  // first showing, closed: False
+  sel_->setEntidad("Agencias");
+  EXPECT_TRUE(Show([](frmSeleccion& dlg) { Press(dlg, "cmdAceptar"); }));
+  const Variant saved = sel_->Seleccion();
+  sel_->setEntidad("Clientes");
+  EXPECT_TRUE(Show([](frmSeleccion& dlg) {
+    Cli(dlg).Get<TextBox>("txtPalabras").setText("nada");
+  }));  // closed with the close box: the previous True, nothing stored
+  EXPECT_EQ(sel_->SQLW(), "");
+  EXPECT_EQ(sel_->Seleccion(), saved);
+  EXPECT_FALSE(sel_->GuardarSeleccion());
+}
+
+TEST_F(SelectionTest, ContactEntitiesOutsideTheShortGroup) {
+  sel_->setEntidadesPosibles(Names({"Clientes", "Abogados", "Notarios"}));
+  sel_->setEntidad("Clientes");
+  EXPECT_TRUE(sel_->Dialog().SeleccionCli1Control().Visible());
+  // A listed name outside every group leaves the visible control as it was.
+  sel_->setEntidad("Notarios");
+  EXPECT_TRUE(sel_->Dialog().SeleccionCli1Control().Visible());
+  EXPECT_EQ(sel_->Dialog().SeleccionCli1().Tabla(), "Cliente");
+
+  // "Abogados": no control is set up for it and accepting raises nothing, but the
+  // new-selection button clears the contact control and activation focuses it.
+  frmSeleccion& dlg = sel_->Dialog();
+  dlg.Unload();
+  dlg.SeleccionCli1Control();  // reload
+  sel_->setEntidadesPosibles(Names({"Abogados"}));
+  sel_->setEntidad("Abogados");
+  EXPECT_FALSE(dlg.SeleccionCli1Control().Visible());
+  EXPECT_FALSE(dlg.SeleccionInm1Control().Visible());
+  EXPECT_EQ(dlg.SeleccionCli1().Tabla(), "");
+  EXPECT_FALSE(Show([](frmSeleccion& d) {
+    EXPECT_TRUE(Cli(d).Get<TextBox>("txtPalabras").HasFocus());
+    Cli(d).Get<TextBox>("txtPalabras").setText("x");
+    Press(d, "cmdAceptar");
+    EXPECT_TRUE(d.Loaded());  // nothing raised, the dialog stays open
+    Press(d, "cmdNuevo");
+    EXPECT_EQ(Cli(d).Get<TextBox>("txtPalabras").Text(), "");
+  }));
+}
+
+TEST_F(SelectionTest, AgenciesAcceptButNewSelectionAndActivationDoNothing) {
+  sel_->setEntidad("Agencias");
+  EXPECT_TRUE(Show([](frmSeleccion& d) {
+    EXPECT_EQ(Cli(d).ActiveControl(), nullptr);
+    Cli(d).Get<TextBox>("txtPalabras").setText("norte");
+    Press(d, "cmdNuevo");
+    EXPECT_EQ(Cli(d).Get<TextBox>("txtPalabras").Text(), "norte");
+    Press(d, "cmdAceptar");
+  }));
+  EXPECT_EQ(sel_->SQLW(), "Agencia.Alias LIKE '*norte*'");
+}
+
+TEST_F(SelectionTest, SavedSelectionRoundTrip) {
+  sel_->setEntidad("Clientes");
+  ASSERT_TRUE(Show([](frmSeleccion& d) {
+    auto& c = Cli(d);
+    c.Get<form::DTPicker>("dtpAlta", 1).setValue(Variant(MakeDate(2024, 3, 1)));
+    c.Get<TextBox>("txtCategorias").setText("Vip");
+    c.Get<CheckBox>("chkCategorias").setValue(1);
+    c.Get<TextBox>("txtPalabras").setText("garcia");
+    c.Get<ComboBox>("cboOpPalabras").setListIndex(2);
+    c.Get<ComboBox>("cboEn").setText("Apellido");
+    Press(d, "cmdAceptar");
+  }));
+  const std::string first = sel_->SQLW();
+  const Variant saved = sel_->Seleccion();
+
+  CSeleccion again;
+  again.setEntidad("Clientes");
+  again.setSeleccion(saved);
+  EXPECT_EQ(again.Seleccion(), saved);
+  ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(
+      [](frmSeleccion& d) { d.Controls().Get<form::CommandButton>("cmdAceptar").Press(); }));
+  ASSERT_TRUE(again.mtdMostrar());
+  EXPECT_EQ(again.SQLW(), first);
+  EXPECT_EQ(again.Seleccion(), saved);
+}
+
+TEST_F(SelectionTest, SelectionBeforeEntityReachesNoControl) {
+  SeleccionCli source;
+  source.Controls().Get<TextBox>("txtPalabras").setText("garcia");
+  const Variant saved = source.SelecAnt();
+  sel_->setSeleccion(saved);
+  EXPECT_EQ(sel_->Seleccion(), saved);
+  EXPECT_EQ(sel_->Dialog().SeleccionCli1().Palabra(), "");
+  sel_->setEntidad("Clientes");
+  sel_->setSeleccion(saved);
+  EXPECT_EQ(sel_->Dialog().SeleccionCli1().Palabra(), "garcia");
+}
+
+TEST_F(SelectionTest, CruzarLeavesTheDialogResultAlone) {
+  sel_->setEntidad("Agencias");
+  ASSERT_TRUE(Show([](frmSeleccion& d) {
+    d.chkGuardar().setValue(1);
+    Press(d, "cmdAceptar");
+  }));
+  std::int32_t id = 1;
+  std::string to = "Clientes", from = "Demandas";
+  sel_->Cruzar(id, to, from);  // a contact entity still goes to the property control
+  EXPECT_EQ(sel_->Entidad(), "Clientes");
+  EXPECT_TRUE(sel_->Seleccion().IsArray());
+  EXPECT_EQ(sel_->Seleccion().AsArray().at(0, 0), Variant("tbsSelec"));
+  EXPECT_TRUE(sel_->GuardarSeleccion());
+  EXPECT_TRUE(Show([](frmSeleccion&) {}));  // closed: still the accepted result
+}
+
+TEST_F(SelectionTest, ReachableByProgIdAndByName) {
+  RegisterCSeleccion();
+  std::shared_ptr<Dispatch> obj = CreateObject("CriterioPredios.CSeleccion");
+  ASSERT_TRUE(obj);
+  obj->SetProperty("BD", Variant(std::make_shared<dao::DatabaseObject>(BD())));
+  obj->SetProperty("gvuser", Variant(7));
+  obj->SetProperty("EntidadesPosibles", Names({"Clientes", "Agencias"}));
+  obj->SetProperty("Entidad", Variant("Clientes"));
+  EXPECT_EQ(obj->GetProperty("Entidad"), Variant("Clientes"));
+  EXPECT_EQ(obj->GetProperty("gVUser"), Variant(7));
+  auto& dlg = static_cast<CSeleccion&>(*obj).Dialog();
+  dlg.SeleccionCli1().setPalabra("ruiz");
+  ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(
+      [](frmSeleccion& d) { d.Controls().Get<form::CommandButton>("cmdAceptar").Press(); }));
+  EXPECT_EQ(obj->CallMethod("mtdMostrar"), Variant(true));
+  EXPECT_EQ(obj->GetProperty("SQLW"), Variant("Cliente.Alias LIKE '*ruiz*'"));
+  EXPECT_EQ(obj->GetProperty("GuardarSeleccion"), Variant(false));
+  EXPECT_EQ(ErrorOf([&] { obj->GetProperty("PathDB"); }), err::kPropertyNotFound);
+  EXPECT_EQ(ErrorOf([&] { obj->SetProperty("BD", Variant("demo.db")); }), err::kTypeMismatch);
+}
+
+TEST_F(SelectionTest, FailingAcceptIsReportedAndRaisesNothing) {
+  sel_->setEntidad("Clientes");
+  EXPECT_FALSE(Show([](frmSeleccion& d) {
+    Cli(d).Get<TextBox>("txtPalabras").setText("x");
+    Cli(d).Get<ComboBox>("cboEn").setListIndex(-1);  // no search field: the builder fails
+    Press(d, "cmdAceptar");
+    EXPECT_TRUE(d.Loaded());
+  }));
+  ASSERT_EQ(messenger_->shown().size(), 1u);
+  EXPECT_NE(messenger_->shown()[0].text.find("cmdAceptar_Click en frmSeleccion"),
+            std::string::npos);
+  EXPECT_EQ(sel_->SQLW(), "");
+}
+
+}  // namespace
+}  // namespace cp::testing
