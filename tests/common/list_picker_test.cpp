@@ -1,0 +1,287 @@
+// The list picker bridge against the scripted picker: the property protocol as a sequence,
+// the result rules, the modal flag and every failure the user sees.
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "common/list_picker.h"
+#include "common/scripted_list_picker.h"
+#include "common/shared_state.h"
+#include "platform/automation/registry.h"
+#include "platform/core/conversions.h"
+#include "platform/dao/connect.h"
+#include "platform/sqlite/native.h"
+#include "tests/common/common_fixture.h"
+
+namespace cp::testing {
+namespace {
+
+class ListPickerTest : public CommonTest {
+ protected:
+  static void SetUpTestSuite() {
+    path_ = (std::filesystem::temp_directory_path() /
+             ("cp_list_picker_" + std::to_string(::getpid()) + ".sqlite"))
+                .string();
+    std::filesystem::remove(path_);
+    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
+    db.ExecuteNative(
+        "CREATE TABLE Zona (IdZona INTEGER PRIMARY KEY AUTOINCREMENT, Nombre VARCHAR(50));"
+        "CREATE TABLE Destino (IdDestino INTEGER PRIMARY KEY, Destino VARCHAR(50));"
+        "CREATE TABLE PrPa (IdProvincia INTEGER, IdPais INTEGER);"
+        "INSERT INTO Zona (Nombre) VALUES ('Centro'), ('Norte');");
+  }
+  static void TearDownTestSuite() { std::filesystem::remove(path_); }
+
+  void SetUp() override {
+    CommonTest::SetUp();
+    ASSERT_FALSE(IsProgIdRegistered(kListPickerProgId)) << "a test left the picker registered";
+    setBD(dao::OpenDatabase(path_));
+    setPathDB(path_);
+  }
+  void TearDown() override {
+    setBD(nullptr);
+    setPathDB("");
+    CommonTest::TearDown();
+  }
+
+  // The picker over Zona.Nombre as the zone button opens it, with a statement.
+  static std::string OpenZones(const std::string& text) {
+    return VerListadoMult(text, "Zona", "Nombre", false, false, false, 3000, "Zonas",
+                          "SELECT DISTINCT Nombre FROM Zona");
+  }
+
+  const ScriptedMessenger::Shown& OnlyMessage() const {
+    static const ScriptedMessenger::Shown none;
+    EXPECT_EQ(messenger_->shown().size(), 1u);
+    return messenger_->shown().empty() ? none : messenger_->shown().front();
+  }
+
+  static inline std::string path_;
+};
+
+// A table-definition field as the picker receives it: an object whose Name reads back.
+std::string FieldName(const Variant& value) {
+  if (!value.IsObject() || !value.AsObject()) return "<not an object>";
+  return CStr(value.AsObject()->GetProperty("Name"));
+}
+
+std::string GenericText(const std::string& label, long number, const std::string& description) {
+  return "Error en la rutina: " + label + "\r\nTexto del error: " + description +
+         "\r\nNúmero del error: " + std::to_string(number) +
+         "\r\n¿Desea enviar la información sobre el error al soporte técnico de Norvak?";
+}
+
+TEST_F(ListPickerTest, SetsTheThirteenPropertiesInOrderWithTheirTypesThenShows) {
+  ScriptedListPickerRegistration picker(ListPickerAnswer::Accept("Norte; Sur; "));
+  const std::string result = VerListadoMult("Centro; ", "Zona", "Nombre", true, false, true,
+                                            2500, "Zonas", "SELECT Nombre FROM Zona");
+  EXPECT_EQ(result, "Norte; Sur; ");
+  ASSERT_EQ(picker.InstanceCount(), 1);
+  const auto& steps = picker.LastInstance()->steps;
+
+  struct Expected {
+    std::string name;
+    Variant::Type type;
+    Variant value;  // Empty: checked separately (objects)
+  };
+  const Expected expected[] = {
+      {"TipoLista", Variant::Type::Integer, Variant(std::int16_t{1})},
+      {"TituloForm", Variant::Type::String, Variant("Zonas")},
+      {"tabla", Variant::Type::String, Variant("Zona")},
+      {"BDatos", Variant::Type::String, Variant(path_)},
+      {"campo", Variant::Type::Object, Variant()},
+      {"IdCampo", Variant::Type::Object, Variant()},
+      {"SQLSentencia", Variant::Type::String, Variant("SELECT Nombre FROM Zona")},
+      {"Seleccionar", Variant::Type::String, Variant("Centro; ")},
+      {"nuevoId", Variant::Type::Integer, Variant(std::int16_t{-1})},
+      {"Op_Nuevo", Variant::Type::Boolean, Variant(true)},
+      {"Op_Borrar", Variant::Type::Boolean, Variant(false)},
+      {"Op_Modificar", Variant::Type::Boolean, Variant(true)},
+      {"anchura", Variant::Type::Integer, Variant(std::int16_t{2500})},
+  };
+  ASSERT_EQ(steps.size(), std::size(expected) + 1);
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    SCOPED_TRACE(expected[i].name);
+    EXPECT_EQ(steps[i].kind, ListPickerStep::Kind::SetProperty);
+    EXPECT_EQ(steps[i].name, expected[i].name);
+    EXPECT_EQ(steps[i].value.type(), expected[i].type);
+    if (!expected[i].value.IsEmpty()) {
+      EXPECT_EQ(steps[i].value, expected[i].value);
+    }
+    EXPECT_FALSE(steps[i].modal_flag);
+  }
+  EXPECT_EQ(FieldName(steps[4].value), "Nombre");
+  EXPECT_EQ(FieldName(steps[5].value), "IdZona");
+  EXPECT_EQ(steps.back().kind, ListPickerStep::Kind::CallMethod);
+  EXPECT_EQ(steps.back().name, "mtdMostrar");
+  EXPECT_TRUE(steps.back().modal_flag) << "gModalAbierto is True while the list is up";
+  EXPECT_FALSE(gModalAbierto());
+  EXPECT_TRUE(messenger_->shown().empty());
+}
+
+TEST_F(ListPickerTest, NoStatementPropertyWithoutStatementAndPlainKeyGivesZero) {
+  ScriptedListPickerRegistration picker(ListPickerAnswer::Accept("Playa; "));
+  EXPECT_EQ(VerListadoMult("", "Destino", "Destino", false, false, false, 3000, "Destinos", ""),
+            "Playa; ");
+  const auto& steps = picker.LastInstance()->steps;
+  EXPECT_EQ(picker.LastInstance()->Names(),
+            (std::vector<std::string>{"TipoLista", "TituloForm", "tabla", "BDatos", "campo",
+                                      "IdCampo", "Seleccionar", "nuevoId", "Op_Nuevo",
+                                      "Op_Borrar", "Op_Modificar", "anchura", "mtdMostrar"}));
+  EXPECT_EQ(FieldName(steps[4].value), "Destino");
+  EXPECT_EQ(FieldName(steps[5].value), "IdDestino");
+  EXPECT_EQ(steps[7].value, Variant(std::int16_t{0})) << "IdDestino is not auto-increment";
+  EXPECT_EQ(steps[6].value, Variant(""));
+}
+
+TEST_F(ListPickerTest, CancelOrNullGivesBackExactlyTheTextPassedIn) {
+  struct Row {
+    std::string name;
+    ListPickerAnswer answer;
+  };
+  const Row rows[] = {
+      {"cancel", ListPickerAnswer::Cancel()},
+      {"cancel after ticking", ListPickerAnswer::Cancel("Norte; Oeste; ")},
+      {"Null", ListPickerAnswer::ReturnNull()},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    ScriptedListPickerRegistration picker(row.answer);
+    EXPECT_EQ(OpenZones("Centro;  norte ; "), "Centro;  norte ; ");
+    EXPECT_EQ(OpenZones(""), "");
+  }
+  EXPECT_TRUE(messenger_->shown().empty()) << "a cancel is no error";
+}
+
+TEST_F(ListPickerTest, ModalFlagIsRestoredToWhatItWas) {
+  ScriptedListPickerRegistration picker(ListPickerAnswer::Cancel());
+  setgModalAbierto(true);
+  OpenZones("x");
+  EXPECT_TRUE(picker.LastInstance()->steps.back().modal_flag);
+  EXPECT_TRUE(gModalAbierto());
+  setgModalAbierto(false);
+  OpenZones("x");
+  EXPECT_FALSE(gModalAbierto());
+}
+
+TEST_F(ListPickerTest, FailureInsideTheListIsReportedClearsTheTextAndLeavesModalFlagSet) {
+  ScriptedListPickerRegistration picker(ListPickerAnswer::Fail(3021, "No hay registro actual."));
+  EXPECT_EQ(OpenZones("Centro; "), "");
+  const auto& box = OnlyMessage();
+  EXPECT_EQ(box.text, GenericText("VerListadoMult de RutinasErr", 3021, "No hay registro actual."));
+  EXPECT_TRUE(gModalAbierto()) << "the flag stays set when the list fails";
+  EXPECT_NE(Log().find("VerListadoMult de RutinasErr [3021] No hay registro actual."),
+            std::string::npos);
+}
+
+TEST_F(ListPickerTest, MissingTableFieldOrKeyFieldIsReportedAndClearsTheText) {
+  struct Row {
+    std::string name, tabla, campo;
+    std::vector<std::string> namesSet;  // what reached the picker before the failure
+  };
+  const std::vector<std::string> upToTable = {"TipoLista", "TituloForm", "tabla", "BDatos"};
+  std::vector<std::string> upToField = upToTable;
+  upToField.push_back("campo");
+  const Row rows[] = {
+      {"no Id + table-name field", "PrPa", "IdPais", upToField},
+      {"no such field", "Zona", "Alias", upToTable},
+      {"no such table", "Planeta", "Nombre", upToTable},
+  };
+  ScriptedListPickerRegistration picker;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    messenger_->ClearShown();
+    EXPECT_EQ(VerListadoMult("Centro; ", row.tabla, row.campo, false, false, false, 3000, "T", ""),
+              "");
+    EXPECT_EQ(picker.LastInstance()->Names(), row.namesSet);
+    const auto& box = OnlyMessage();
+    EXPECT_EQ(box.text.rfind("Error en la rutina: VerListadoMult de RutinasErr\r\n", 0), 0u)
+        << box.text;
+    EXPECT_EQ(box.flags, 0x1034);
+    EXPECT_FALSE(gModalAbierto()) << "the list was never shown";
+  }
+}
+
+TEST_F(ListPickerTest, NoSharedDatabaseIsReportedAsObjectNotSet) {
+  ScriptedListPickerRegistration picker(ListPickerAnswer::Accept("x"));
+  setBD(nullptr);
+  EXPECT_EQ(OpenZones("Centro; "), "");
+  EXPECT_EQ(OnlyMessage().text, GenericText("VerListadoMult de RutinasErr", 91,
+                                            "Variable de objeto o bloque With no establecido"));
+}
+
+TEST_F(ListPickerTest, UnregisteredPickerShowsTheLibraryMessageThenTheFirstAssignment) {
+  EXPECT_EQ(OpenZones("Centro; "), "");
+  ASSERT_EQ(messenger_->shown().size(), 2u);
+  EXPECT_EQ(messenger_->shown()[0].text,
+            GenericText("La librería NListado.CListado no está registrada correctamente.", 429,
+                        "El componente ActiveX no puede crear el objeto"));
+  EXPECT_EQ(messenger_->shown()[1].text,
+            GenericText("VerListadoMult de RutinasErr", 91,
+                        "Variable de objeto o bloque With no establecido"));
+  const std::string log = Log();
+  const auto first = log.find("La librería NListado.CListado no está registrada correctamente. [429]");
+  const auto second = log.find("VerListadoMult de RutinasErr [91]");
+  EXPECT_NE(first, std::string::npos);
+  EXPECT_NE(second, std::string::npos);
+  EXPECT_LT(first, second);
+  EXPECT_FALSE(gModalAbierto());
+}
+
+TEST_F(ListPickerTest, CreatingAnObjectReportsEachKindOfFailureAndGivesNothing) {
+  {
+    ScriptedListPickerRegistration picker;
+    EXPECT_NE(CrearObjeto("nlistado.clistado"), nullptr) << "ProgIDs in any case";
+  }
+  ScopedProgId broken("Prueba.Rota", []() -> std::shared_ptr<Dispatch> {
+    throw Error(5, "Llamada a procedimiento o argumento no válidos", "Prueba.Rota");
+  });
+  ScopedProgId empty("Prueba.Vacia", [] { return std::shared_ptr<Dispatch>(); });
+  struct Row {
+    std::string progId, text;
+  };
+  const Row rows[] = {
+      {"Prueba.Rota", GenericText("CrearObjeto() de RutinasErr (Prueba.Rota).", 5,
+                                  "Llamada a procedimiento o argumento no válidos")},
+      {"Prueba.Vacia", GenericText("La librería Prueba.Vacia no está registrada correctamente.",
+                                   429, "El componente ActiveX no puede crear el objeto")},
+      {"No.Existe", GenericText("La librería No.Existe no está registrada correctamente.", 429,
+                                "El componente ActiveX no puede crear el objeto")},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.progId);
+    messenger_->ClearShown();
+    EXPECT_EQ(CrearObjeto(row.progId), nullptr);
+    EXPECT_EQ(OnlyMessage().text, row.text);
+  }
+}
+
+TEST_F(ListPickerTest, ScriptedPickerRegistersForItsLifetimeAndKeepsEveryInstance) {
+  auto earlier = std::make_shared<int>(0);
+  ScopedProgId outer(kListPickerProgId, [earlier]() -> std::shared_ptr<Dispatch> {
+    ++*earlier;
+    return nullptr;
+  });
+  {
+    ScriptedListPickerRegistration picker(ListPickerAnswer::Accept("uno"));
+    EXPECT_EQ(picker.LastInstance(), nullptr);
+    auto object = CreateObject(kListPickerProgId);
+    EXPECT_EQ(picker.InstanceCount(), 1);
+    object->SetProperty("SELECCIONAR", Variant("antes"));
+    EXPECT_EQ(object->GetProperty("Seleccionar"), Variant("antes"));
+    EXPECT_THROW(object->SetProperty("Titulo", Variant("x")), Error);
+    picker.setAnswer(ListPickerAnswer::Accept("dos"));  // reaches the live instance
+    EXPECT_EQ(object->CallMethod("mtdMostrar"), Variant(true));
+    EXPECT_EQ(object->GetProperty("Seleccionar"), Variant("dos"));
+    EXPECT_EQ(picker.LastInstance()->Names(),
+              (std::vector<std::string>{"SELECCIONAR", "Titulo", "mtdMostrar"}));
+    CreateObject(kListPickerProgId);
+    EXPECT_EQ(picker.InstanceCount(), 2);
+    EXPECT_TRUE(picker.LastInstance()->steps.empty());
+  }
+  EXPECT_THROW(CreateObject(kListPickerProgId), Error) << "the earlier factory is back";
+  EXPECT_EQ(*earlier, 1);
+}
+
+}  // namespace
+}  // namespace cp::testing
