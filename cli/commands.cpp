@@ -151,40 +151,44 @@ int Translate(const TranslateOptions& options, std::ostream& out, std::ostream& 
   return kExitOk;
 }
 
+std::string FormatRows(dao::Recordset& rs, bool json) {
+  std::string text;
+  nlohmann::ordered_json rows = nlohmann::ordered_json::array();
+  const int count = rs.FieldCount();
+  std::vector<std::string> names;
+  for (int i = 0; i < count; ++i) names.push_back(rs.Fields(i).Name());
+  if (!json) {
+    for (int i = 0; i < count; ++i) (text += i ? "\t" : "") += names[i];
+    text += "\n";
+  }
+  for (; !rs.Eof(); rs.MoveNext()) {
+    if (json) {
+      nlohmann::ordered_json row = nlohmann::ordered_json::object();
+      for (int i = 0; i < count; ++i) row[names[i]] = JsonValue(rs.Fields(i).Value());
+      rows.push_back(std::move(row));
+    } else {
+      for (int i = 0; i < count; ++i) (text += i ? "\t" : "") += FieldText(rs.Fields(i).Value());
+      text += "\n";
+    }
+  }
+  if (json) return rows.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+  return text;
+}
+
 int Sql(const SqlOptions& options, std::ostream& out, std::ostream& err) {
   // Rows are printed only once the whole result is read, so an error leaves stdout empty.
   std::string text;
-  nlohmann::ordered_json rows = nlohmann::ordered_json::array();
   try {
     auto db = dao::OpenDatabase(options.db);
     dao::Recordset rs = db->OpenRecordset(options.statement, dao::dbOpenForwardOnly);
-    const int count = rs.FieldCount();
-    std::vector<std::string> names;
-    for (int i = 0; i < count; ++i) names.push_back(rs.Fields(i).Name());
-    if (!options.json) {
-      for (int i = 0; i < count; ++i) (text += i ? "\t" : "") += names[i];
-      text += "\n";
-    }
-    for (; !rs.Eof(); rs.MoveNext()) {
-      if (options.json) {
-        nlohmann::ordered_json row = nlohmann::ordered_json::object();
-        for (int i = 0; i < count; ++i) row[names[i]] = JsonValue(rs.Fields(i).Value());
-        rows.push_back(std::move(row));
-      } else {
-        for (int i = 0; i < count; ++i) (text += i ? "\t" : "") += FieldText(rs.Fields(i).Value());
-        text += "\n";
-      }
-    }
+    text = FormatRows(rs, options.json);
     rs.Close();
     db->Close();
   } catch (const Error& e) {
     err << e.description() << "\n";
     return kExitError;
   }
-  if (options.json)
-    out << rows.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
-  else
-    out << text;
+  out << text;
   return kExitOk;
 }
 

@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <string>
 
+#include "platform/dao/recordset.h"
 #include "platform/jetsql/translator.h"
 
 namespace cp::cli {
@@ -43,5 +44,8 @@ struct SqlOptions {
 // text are written \t, \n, \r and \\. With json, an array of objects, one per row, keyed by
 // column name (Null as null, Yes/No as true/false).
 int Sql(const SqlOptions& options, std::ostream& out, std::ostream& err);
+
+// Reads every remaining row of rs and formats them as Sql prints them.
+std::string FormatRows(dao::Recordset& rs, bool json);
 
 }  // namespace cp::cli

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "cli/commands.h"
+#include "cli/selection_commands.h"
 
 namespace {
 
@@ -66,6 +67,76 @@ void AddSql(CLI::App& app) {
   cmd->callback([options] { g_status = cp::cli::Sql(*options, std::cout, std::cerr); });
 }
 
+void AddWhereOptions(CLI::App* cmd, const std::shared_ptr<cp::cli::WhereOptions>& options) {
+  cmd->add_option("--db", options->db, "Fichero de la base de datos")->required();
+  cmd->add_option("--entity", options->entity,
+                  "Entidad (\"Clientes\", \"Inm. Propios\", \"Demandas\"...); vacía: la "
+                  "primera de la lista")
+      ->required();
+  cmd->add_option("--possible", options->possible,
+                  "Entidades posibles, en orden (repetible): sustituyen a la lista por omisión");
+  cmd->add_option("--user", options->user, "Usuario actual (gVUser)");
+  cmd->add_option("--restore", options->restore,
+                  "Fichero JSON con una selección guardada: un array de [Nombre, Indice, Valor] "
+                  "o la salida de --json");
+  cmd->add_option("--set", options->sets,
+                  "NOMBRE=VALOR o NOMBRE(I)=VALOR, en orden (repetible): un cuadro de texto "
+                  "recibe el texto tecleado y se abandona; una casilla 0, 1 o 2; una lista el "
+                  "elemento con ese texto; una fecha aaaa-mm-dd, o vacío para desmarcarla");
+  cmd->add_flag("--json", options->json,
+                "Salida {\"entidad\", \"sqlw\", \"seleccion\"} en JSON");
+}
+
+void AddCrossOptions(CLI::App* cmd, const std::shared_ptr<cp::cli::CrossOptions>& options) {
+  cmd->add_option("--db", options->db, "Fichero de la base de datos")->required();
+  cmd->add_option("--id", options->id, "Identificador del registro de origen")->required();
+  cmd->add_option("--to", options->to, "Entidad en la que se selecciona")->required();
+  cmd->add_option("--from", options->from, "Entidad del registro de origen")->required();
+  cmd->add_flag("--json", options->json,
+                "Salida {\"entidad\", \"sqlw\", \"seleccion\"} en JSON");
+}
+
+void AddWhere(CLI::App& app) {
+  auto options = std::make_shared<cp::cli::WhereOptions>();
+  CLI::App* cmd = app.add_subcommand(
+      "where",
+      "Abre la selección como lo haría la aplicación, aplica cada --set al control que muestra "
+      "el diálogo, pulsa Aceptar e imprime la condición (SQLW) en una línea. Sin control para "
+      "la entidad, Aceptar no hace nada (estado 2).");
+  AddWhereOptions(cmd, options);
+  cmd->callback([options] { g_status = cp::cli::Where(*options, std::cout, std::cerr); });
+}
+
+void AddCross(CLI::App& app) {
+  auto options = std::make_shared<cp::cli::CrossOptions>();
+  CLI::App* cmd = app.add_subcommand(
+      "cross", "Cruza un registro (Cruzar) e imprime la condición resultante.");
+  AddCrossOptions(cmd, options);
+  cmd->callback([options] { g_status = cp::cli::Cross(*options, std::cout, std::cerr); });
+}
+
+void AddQuery(CLI::App& app) {
+  CLI::App* query = app.add_subcommand(
+      "query",
+      "Como where o cross, y además ejecuta la consulta de la aplicación e imprime sus filas "
+      "(como sql); con --json, un solo objeto con \"filas\".");
+  query->require_subcommand(1);
+  auto where = std::make_shared<cp::cli::WhereOptions>();
+  CLI::App* w = query->add_subcommand("where", "where, y las filas que cumplen la condición");
+  AddWhereOptions(w, where);
+  w->callback([where] {
+    where->query = true;
+    g_status = cp::cli::Where(*where, std::cout, std::cerr);
+  });
+  auto cross = std::make_shared<cp::cli::CrossOptions>();
+  CLI::App* c = query->add_subcommand("cross", "cross, y las filas que cumplen la condición");
+  AddCrossOptions(c, cross);
+  c->callback([cross] {
+    cross->query = true;
+    g_status = cp::cli::Cross(*cross, std::cout, std::cerr);
+  });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -77,6 +148,9 @@ int main(int argc, char** argv) {
   AddInitDb(app);
   AddTranslate(app);
   AddSql(app);
+  AddWhere(app);
+  AddCross(app);
+  AddQuery(app);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
