@@ -7,6 +7,7 @@ packages=(
   libsqlite3-dev sqlite3 libutf8proc-dev libfmt-dev nlohmann-json3-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   mdbtools mdbtools-dev libpq-dev
+  qt6-base-dev qt6-base-dev-tools libgl-dev xvfb xauth fonts-dejavu-core
 )
 missing=()
 for p in "${packages[@]}"; do
