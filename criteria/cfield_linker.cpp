@@ -118,10 +118,7 @@ std::int32_t CFieldLinker::ID(std::optional<int> index) {
     }
     if (*index < 0 || *index >= static_cast<int>(values_.size())) Raise(err::kSubscriptOutOfRange);
     const std::string v = Trim(values_[static_cast<std::size_t>(*index)]);
-    dao::Recordset rs = RequireBD().OpenRecordset(
-        "SELECT " + idField_ + " " + "FROM   " + lookupTable_ + " " + "WHERE  " + nameField_ +
-            " = " + ComillaSQL(v),
-        dao::dbOpenForwardOnly);
+    dao::Recordset rs = RequireBD().OpenRecordset(NameLookupQuery(v), dao::dbOpenForwardOnly);
     cachedId_ = rs.Eof() ? kNotFound : CLng(rs.Fields(idField_).Value());
     rs.Close();
     result = cachedId_;
@@ -142,6 +139,12 @@ std::string CFieldLinker::GenerarCondicionSQL() {
     s = std::move(text);
   });
   return s;
+}
+
+std::string CFieldLinker::NameLookupQuery(const std::string& name) const {
+  RequireInitialized();
+  return "SELECT " + idField_ + " " + "FROM   " + lookupTable_ + " " + "WHERE  " + nameField_ +
+         " = " + ComillaSQL(name);
 }
 
 std::string CFieldLinker::UsedValuesQuery() const {

@@ -83,6 +83,8 @@ class CFieldLinker {
 
   // The statement of the names in use that Choose and Validate offer.
   std::string UsedValuesQuery() const;
+  // The statement with which ID looks one (trimmed) name up; name is quoted here.
+  std::string NameLookupQuery(const std::string& name) const;
 
  private:
   void RequireInitialized() const;
