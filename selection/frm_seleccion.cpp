@@ -80,7 +80,9 @@ void frmSeleccion::Load() {
 void frmSeleccion::Unload() {
   // A handler of the window may still be running (the owner unloads from inside Aceptar),
   // so the window is retired and freed once the modal loop is over.
-  if (window_) retired_.push_back(std::move(window_));
+  if (!window_) return;
+  retired_.push_back(std::move(window_));
+  Unloaded.Fire();
 }
 
 void frmSeleccion::Show() {

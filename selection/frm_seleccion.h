@@ -54,6 +54,8 @@ class frmSeleccion {
       Aceptar;
   // Raised by cmdCancelar.
   form::Event<> Cancel;
+  // Raised by Unload when it drops a loaded window, so that a view of it can close.
+  form::Event<> Unloaded;
 
   // Handlers, public so that a view or a test runs them as the runtime would.
   void Form_Activate();
