@@ -1,0 +1,208 @@
+// Cross-matching through CSeleccion.Cruzar: a demand filled into property criteria and a
+// property into demand criteria, without any window, and the rows the result selects.
+#include <gtest/gtest.h>
+
+#include "tests/properties/property_fixture.h"
+
+namespace cp::testing {
+namespace {
+
+class CrossTest : public PropertyTest {
+ protected:
+  std::string Cross(std::int32_t id, std::string to, std::string from) {
+    sel_->Cruzar(id, to, from);
+    return sel_->SQLW();
+  }
+  // The texts of boxes, by name ("txtPrecio(1)" for an element).
+  std::vector<std::string> Texts(std::initializer_list<std::pair<const char*, int>> boxes) {
+    std::vector<std::string> texts;
+    for (const auto& [name, index] : boxes) texts.push_back(Txt(name, index).Text());
+    return texts;
+  }
+  std::vector<int> Checks(std::initializer_list<const char*> names) {
+    std::vector<int> values;
+    for (const char* name : names) values.push_back(Chk(name).Value());
+    return values;
+  }
+};
+
+TEST_F(CrossTest, DemandFillsPropertyCriteriaAndFindsMatchingProperties) {
+  const std::string sqlw = Cross(1, "Inm. Propios", "Demandas");
+  EXPECT_TRUE(Inm().Cruzando());
+  EXPECT_EQ(Texts({{"txtPais", -1}, {"txtProvincia", -1}, {"txtPoblacion", -1}, {"txtZona", -1},
+                   {"txtOperacion", -1}, {"txtInmueble", -1}, {"txtCalefaccion", -1},
+                   {"txtCategorias", -1}, {"txtTipos", -1}, {"txtPrecio", 0}, {"txtPrecio", 1},
+                   {"txtSuper", 0}, {"txtSuper", 1}, {"txtHuecos", -1}, {"txtPiezasExt", -1},
+                   {"txtAscensor", -1}, {"txtGaraje", -1}, {"txtAseos", -1}, {"txtBanios", -1},
+                   {"txtAltura", -1}}),
+            (std::vector<std::string>{"España; ", "Madrid; ", "Madrid; Alcobendas; ", "", "Venta",
+                                      "Piso", "Eléctrica;No se sabe", "Reformado; ", "Piso; ",
+                                      "100000", "200000", "80", "120", "2", "1", "1", "1", "1",
+                                      "1", "2"}));
+  EXPECT_EQ(Checks({"chkCategorias", "chkAmueblado", "chkNuevo", "chkTrastero", "chkComercial",
+                    "chkIndustrial", "chkExclusiva", "chkTransmitido"}),
+            (std::vector<int>{1, 1, 2, 2, 0, 0, 2, 2}));
+  EXPECT_EQ(sel_->Entidad(), "Inm. Propios");
+  EXPECT_EQ(sqlw, Inm().SelecWhere());
+  EXPECT_EQ(Own(sqlw), (std::vector<long>{1, 4}));
+  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+}
+
+TEST_F(CrossTest, OwnPropertyFillsDemandCriteriaAndFindsTheDemandsItMeets) {
+  const std::string sqlw = Cross(1, "Demandas", "Inm. Propios");
+  EXPECT_EQ(Texts({{"txtPais", -1}, {"txtProvincia", -1}, {"txtPoblacion", -1}, {"txtZona", -1},
+                   {"txtCalefaccion", -1}, {"txtTipos", -1}, {"txtPrecio", 0}, {"txtSuper", 0}}),
+            (std::vector<std::string>{"España", "Madrid", "Madrid", "Centro",
+                                      "Eléctrica;No se sabe", "Piso", "150000", "90"}));
+  // Empty location, type and category lists of a demand also match while crossing.
+  EXPECT_EQ(Demands(sqlw), (std::vector<long>{1, 5, 6}));
+  // Demand 1, which finds this property, is found back.
+  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+}
+
+TEST_F(CrossTest, PropertyPriceAndSurfaceGoToTheLowerBoxesOnly) {
+  Txt("txtPrecio", 1).setText("999");
+  Txt("txtSuper", 1).setText("888");
+  Cross(7, "Demandas", "Inm. Propios");
+  EXPECT_EQ(Texts({{"txtPrecio", 0}, {"txtPrecio", 1}, {"txtSuper", 0}, {"txtSuper", 1}}),
+            (std::vector<std::string>{"120000", "999", "75", "888"}));
+  // A demand hides the upper boxes; their text is not part of its condition.
+  EXPECT_FALSE(Box().Item("txtPrecio", 1).Visible());
+}
+
+TEST_F(CrossTest, MinusOneReadsNoRecordAndFillsNothing) {
+  EXPECT_EQ(Cross(-1, "Inm. Propios", "Demandas"), "");
+  EXPECT_FALSE(Inm().Cruzando());
+  EXPECT_EQ(Cross(-1, "Demandas", "Inm. Propios"), "");
+  EXPECT_EQ(sel_->Entidad(), "Demandas");
+  // Whatever the target's criteria already hold is what comes back.
+  Txt("txtHuecos").setText("4");
+  EXPECT_EQ(Cross(-1, "Demandas", "Inm. Ajenos"), " ( (Demanda.Huecos<=4) OR IsNull(Demanda.Huecos)) ");
+  EXPECT_TRUE(messenger_->shown().empty());
+}
+
+TEST_F(CrossTest, MissingRecordIsNoError) {
+  EXPECT_EQ(Cross(404, "Inm. Ajenos", "Demandas"), "");
+  EXPECT_EQ(Cross(404, "Demandas", "Inm. Propios"), "");
+  EXPECT_TRUE(Inm().Cruzando());
+  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+}
+
+TEST_F(CrossTest, DemandHeatingOneLeavesTheBoxThreeAddsUnknown) {
+  Txt("txtCalefaccion").setText("Gas natural");
+  Cross(2, "Inm. Propios", "Demandas");  // IdCalefaccion 1
+  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Gas natural");
+  Cross(3, "Inm. Propios", "Demandas");  // IdCalefaccion Null
+  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Gas natural");
+  Cross(1, "Inm. Propios", "Demandas");  // IdCalefaccion 3
+  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Eléctrica;No se sabe");
+}
+
+TEST_F(CrossTest, PropertyHeatingIsItsNameAndUnknownFromTwoOn) {
+  Txt("txtCalefaccion").setText("Gas natural");
+  const std::string unknown = Cross(2, "Demandas", "Inm. Propios");  // IdCalefaccion 1
+  EXPECT_EQ(Txt("txtCalefaccion").Text(), "No se sabe");
+  EXPECT_EQ(unknown.find("IdCalefaccion"), std::string::npos) << unknown;
+  Cross(4, "Demandas", "Inm. Propios");  // IdCalefaccion Null
+  EXPECT_EQ(Txt("txtCalefaccion").Text(), "");
+  Cross(1, "Demandas", "Inm. Propios");  // IdCalefaccion 3
+  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Eléctrica;No se sabe");
+}
+
+TEST_F(CrossTest, OriginOtherThanOwnPropertiesReadsOtherAgencies) {
+  // Own property 7 is in Ávila; the other agencies' property 7 in Madrid, with no type read.
+  const struct {
+    const char* origin;
+    const char* provincia;
+    const char* tipos;
+  } cases[] = {{"Inm. Propios", "Ávila", "Piso"},
+               {"Inm. Vendidos", "Madrid", "antes"},
+               {"Inm. Archivados", "Madrid", "antes"},
+               {"Inm. Ajenos", "Madrid", "antes"},
+               {"", "Madrid", "antes"}};
+  for (const auto& t : cases) {
+    sel_ = std::make_unique<CSeleccion>();
+    sel_->setBD(dao::OpenDatabase(path_));
+    Txt("txtTipos").setText("antes");
+    Cross(7, "Demandas", t.origin);
+    EXPECT_EQ(Txt("txtProvincia").Text(), t.provincia) << t.origin;
+    EXPECT_EQ(Txt("txtTipos").Text(), t.tipos) << t.origin;
+  }
+  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+}
+
+TEST_F(CrossTest, ArchivedAndSoldTargetsNeverReadARecord) {
+  // Without a database any read would be reported.
+  setBD(nullptr);
+  for (const char* target : {"Inm. Archivados", "Inm. Vendidos"}) {
+    EXPECT_EQ(Cross(1, target, "Demandas"), "") << target;
+    EXPECT_TRUE(Inm().Cruzando());
+    EXPECT_EQ(Txt("txtPais").Text(), "");
+  }
+  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+  // The same call into own properties does read, and reports the missing database.
+  Cross(1, "Inm. Propios", "Demandas");
+  EXPECT_EQ(Reports(), std::vector<std::string>{"RellenarDemanda de SeleccionInm"});
+}
+
+TEST_F(CrossTest, NullCheckBoxColumnStopsTheFillWithTheCriteriaSoFar) {
+  // Demand 4: Amueblado 1, then Nuevo Null; Trastero (1) is never reached.
+  const std::string sqlw = Cross(4, "Inm. Propios", "Demandas");
+  EXPECT_EQ(Reports(), std::vector<std::string>{"RellenarDemanda de SeleccionInm"});
+  EXPECT_NE(messenger_->shown()[0].text.find("94"), std::string::npos);
+  EXPECT_EQ(Checks({"chkAmueblado", "chkNuevo", "chkTrastero"}), (std::vector<int>{1, 2, 2}));
+  EXPECT_EQ(Texts({{"txtPrecio", 1}, {"txtSuper", 1}, {"txtHuecos", -1}, {"txtCalefaccion", -1}}),
+            (std::vector<std::string>{"150000", "95", "1", "Gas natural;No se sabe"}));
+  // The condition is still made from what was written.
+  EXPECT_NE(sqlw.find("IPropio.Amueblado = 1"), std::string::npos) << sqlw;
+  EXPECT_EQ(sqlw.find("Trastero"), std::string::npos) << sqlw;
+  EXPECT_EQ(Own(sqlw), (std::vector<long>{2, 4, 7}));
+}
+
+TEST_F(CrossTest, OutOfRangeCheckBoxStateStopsTheFill) {
+  // Demand 6 stores 5 in Trastero; Comercial and Industrial after it stay grey.
+  Cross(6, "Inm. Ajenos", "Demandas");
+  EXPECT_EQ(Reports(), std::vector<std::string>{"RellenarDemanda de SeleccionInm"});
+  EXPECT_EQ(Checks({"chkNuevo", "chkTrastero", "chkComercial", "chkIndustrial"}),
+            (std::vector<int>{0, 2, 2, 2}));
+}
+
+TEST_F(CrossTest, CruzarLeavesTheDialogResultAndKeepSelectionFlagAlone) {
+  sel_->setEntidad("Inm. Propios");
+  {
+    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([](frmSeleccion& dlg) {
+      dlg.chkGuardar().setValue(1);
+      dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
+    }));
+    ASSERT_TRUE(sel_->mtdMostrar());
+  }
+  ASSERT_TRUE(sel_->GuardarSeleccion());
+  const std::string sqlw = Cross(1, "Demandas", "Inm. Propios");
+  EXPECT_TRUE(sel_->GuardarSeleccion());
+  EXPECT_EQ(sel_->Entidad(), "Demandas");
+  EXPECT_EQ(Demands(sqlw), (std::vector<long>{1, 5, 6}));
+  // Closing the window without accepting answers the last result, which is still the accept,
+  // and keeps the crossed condition.
+  EXPECT_TRUE(sel_->mtdMostrar());
+  EXPECT_EQ(sel_->SQLW(), sqlw);
+
+  // The saved selection holds the crossed criteria, and brings them back.
+  const Variant saved = sel_->Seleccion();
+  sel_ = std::make_unique<CSeleccion>();
+  sel_->setEntidad("Demandas");
+  sel_->setSeleccion(saved);
+  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Eléctrica;No se sabe");
+  EXPECT_EQ(Txt("txtPoblacion").Text(), "Madrid");
+  EXPECT_EQ(Chk("chkCategorias").Value(), 1);
+}
+
+TEST_F(CrossTest, CrossingWithAContactTargetStillUsesThePropertyControl) {
+  Cross(1, "Clientes", "Demandas");
+  EXPECT_EQ(sel_->Entidad(), "Clientes");
+  EXPECT_TRUE(Inm().Cruzando());
+  EXPECT_EQ(Txt("txtPais").Text(), "");  // no fill for a target outside the catalogue
+  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+}
+
+}  // namespace
+}  // namespace cp::testing
