@@ -1,12 +1,83 @@
 #include "qt/qt_modal_runner.h"
 
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "qt/form_view.h"
 #include "selection/frm_seleccion.h"
 
 namespace cp {
 
+SelectionWindow::SelectionWindow(frmSeleccion& dialog, QWidget* parent)
+    : QDialog(parent), dialog_(dialog) {
+  setWindowTitle(QString::fromUtf8(frmSeleccion::kCaption));
+  setObjectName(QStringLiteral("frmSeleccion"));
+  auto* layout = new QVBoxLayout(this);
+  view_ = new FormView(dialog.Controls(), this);
+  layout->addWidget(view_);
+  // Wide enough for the property control's rows; still well inside a 1366x768 screen.
+  setMinimumSize(720, 520);
+  resize(sizeHint().expandedTo(QSize(760, 560)));
+  unloadedId_ = dialog.Unloaded.Connect([this] { Finish(); });
+}
+
+SelectionWindow::~SelectionWindow() {
+  dialog_.Unloaded.Disconnect(unloadedId_);
+  view_->Detach();
+}
+
+void SelectionWindow::Finish() {
+  if (finished_) return;
+  finished_ = true;
+  // The model's window is gone: nothing the widgets do may reach it any more.
+  view_->Detach();
+  done(QDialog::Rejected);
+}
+
+void SelectionWindow::closeEvent(QCloseEvent* event) {
+  // The close box unloads the window without raising Aceptar or Cancel.
+  if (!finished_) dialog_.Unload();
+  Finish();
+  event->accept();
+}
+
+void SelectionWindow::reject() {
+  // Escape: the original dialog has no cancel button property, so the key does nothing.
+  if (finished_) QDialog::reject();
+}
+
+bool SelectionWindow::event(QEvent* event) {
+  const bool handled = QDialog::event(event);
+  if (event->type() == QEvent::WindowActivate && !activated_ && !finished_) {
+    // Once per showing: coming back from a message box or the list window must not move
+    // the focus to the first criterion again.
+    activated_ = true;
+    try {
+      dialog_.Form_Activate();
+    } catch (...) {
+      FormView::KeepError(std::current_exception());
+    }
+  }
+  return handled;
+}
+
 void QtModalRunner::RunModal(frmSeleccion& dialog) {
-  dialog.Form_Activate();
-  dialog.Unload();
+  dialog.Load();
+  std::exception_ptr failure;
+  {
+    SelectionWindow window(dialog);
+    FormView::TakePendingError();  // a stale error of an earlier view is not ours
+    FormView::SetErrorHook([&] {
+      if (dialog.Loaded()) dialog.Unload();
+    });
+    window.exec();
+    FormView::SetErrorHook(nullptr);
+    failure = FormView::TakePendingError();
+  }
+  if (dialog.Loaded()) dialog.Unload();
+  if (failure) std::rethrow_exception(failure);
 }
 
 }  // namespace cp

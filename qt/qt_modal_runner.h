@@ -1,16 +1,48 @@
 #pragma once
 // QtModalRunner: shows frmSeleccion as a real modal window titled "Selección". The window's
-// widgets are a view of the dialog's controls; the loop ends when the model unloads the
-// window (after Aceptar or Cancel) or when the user closes it with the close box, which
-// unloads it without any event.
+// widgets are a view of the dialog's controls (qt/form_view.h); the loop ends when the model
+// unloads the window (its owner does so after Aceptar or Cancel) or when the user closes it
+// with the close box, which unloads it without any event.
+#include <QDialog>
+
 #include "selection/modal_runner.h"
 
 namespace cp {
 
+class frmSeleccion;
+class FormView;
+
 class QtModalRunner : public ModalRunner {
  public:
   // Needs a QApplication alive in the calling thread. Returns once the window is unloaded.
+  // An error that the dialog's code raised from a widget event closes the window (unloaded
+  // without any event) and is raised again here, to the caller of mtdMostrar.
   void RunModal(frmSeleccion& dialog) override;
+};
+
+// The window itself. Form_Activate runs the first time it becomes active; Escape does
+// nothing (the dialog has no cancel button of its own: Cancelar must be pressed).
+class SelectionWindow : public QDialog {
+ public:
+  // dialog must be loaded and outlive the window; the window shows dialog.Controls().
+  explicit SelectionWindow(frmSeleccion& dialog, QWidget* parent = nullptr);
+  ~SelectionWindow() override;
+
+  FormView& View() const { return *view_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void reject() override;
+  bool event(QEvent* event) override;
+
+ private:
+  void Finish();
+
+  frmSeleccion& dialog_;
+  FormView* view_;
+  int unloadedId_ = 0;
+  bool activated_ = false;
+  bool finished_ = false;
 };
 
 }  // namespace cp
