@@ -341,6 +341,33 @@ TEST_F(PropertyTest, SavedSelectionFollowsTheControlOrderAndRestoresElsewhere) {
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
+TEST_F(PropertyTest, RestoreStopsAtAnEntryThatFitsNoInput) {
+  Array2D saved(0, 4, 0, 2);
+  const char* rows[][3] = {{"tbsSelec", "2", ""},
+                           {"txtHuecos", "-1", "3"},
+                           {"txtPrecio", "1", "250.000"},
+                           {"txtPrecio", "7", "1"},  // no such element
+                           {"txtAltura", "-1", "2"}};
+  for (int i = 0; i < 5; ++i)
+    for (int j = 0; j < 3; ++j) saved.at(i, j) = Variant(std::string(rows[i][j]));
+  sel_->setEntidad("Inm. Propios");
+  Txt("txtBanios").setText("1");
+  sel_->setSeleccion(Variant(std::move(saved)));
+  EXPECT_EQ(Reports(), std::vector<std::string>{"VerSelAnt de SeleccionInm"});
+  EXPECT_EQ(Txt("txtBanios").Text(), "");  // cleared first
+  EXPECT_EQ(Txt("txtHuecos").Text(), "3");
+  EXPECT_EQ(Txt("txtPrecio", 1).Text(), "250.000");
+  EXPECT_EQ(Txt("txtAltura").Text(), "");
+  EXPECT_EQ(Inm().Pestania(), 2);
+  EXPECT_EQ(Inm().NumSelecAnt(), 4);
+
+  // Something that is no saved selection is reported, not raised to the host.
+  messenger_->ClearShown();
+  sel_->setSeleccion(Variant(std::string("txtHuecos=3")));
+  EXPECT_EQ(Reports(), std::vector<std::string>{"Let de SelectAnt de SeleccionInm"});
+  EXPECT_EQ(Txt("txtHuecos").Text(), "3");
+}
+
 TEST_F(PropertyTest, WrittenPropertiesAreTheTabAndThreeCaptions) {
   SeleccionInm control;
   control.setNomTab2("Extras");

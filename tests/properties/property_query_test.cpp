@@ -215,5 +215,16 @@ TEST_F(PropertyTest, AFailingWordSearchKeepsTheConditionBuiltBeforeIt) {
   EXPECT_EQ(Reports(), std::vector<std::string>{"SQL_cboEn de SeleccionInm"});
 }
 
+TEST_F(PropertyTest, AFailingCriterionEndsTheConditionWhereItStood) {
+  const std::string sqlw = Accept("Inm. Propios", [](frmSeleccion& dlg) {
+    ControlContainer& c = dlg.SeleccionInm1().Controls();
+    Type(c, "txtOperacion", "Venta");
+    Type(c, "txtHuecos", "99999999999");  // numeric, but beyond a 32-bit number
+    c.Get<form::CheckBox>("chkAmueblado").setValue(1);
+  });
+  EXPECT_EQ(sqlw, "( (IPropio.IdOperacion Is Null)  OR (IPropio.IdOperacion = 1) )");
+  EXPECT_EQ(Reports(), std::vector<std::string>{"SQLSeleccion de SeleccionInm"});
+}
+
 }  // namespace
 }  // namespace cp::testing
