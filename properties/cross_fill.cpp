@@ -70,7 +70,8 @@ std::string Statement(Source source) {
       return std::string("SELECT Demanda.*, ") +
              "Operacion.Operacion, AliasInmueble.Inmueble, Calefaccion.Calefaccion " +
              "FROM ((( Demanda " +
-             "LEFT JOIN AliasInmueble On AliasInmueble.IdAliasInmueble = Demanda.IdAliasInmueble) " +
+             "LEFT JOIN AliasInmueble On AliasInmueble.IdAliasInmueble = "
+             "Demanda.IdAliasInmueble) " +
              "LEFT JOIN Calefaccion On Calefaccion.IdCalefaccion = Demanda.IdCalefaccion) " +
              "LEFT JOIN Operacion On Operacion.IdOperacion = Demanda.IdOperacion) " +
              "WHERE Demanda.IdDemanda = ";
@@ -80,7 +81,8 @@ std::string Statement(Source source) {
              "Pais.Nombre AS Pais, Provincia.Nombre AS Provincia, " +
              "Poblacion.Nombre AS Poblacion, Zona.Nombre AS Zona, " +
              "TipoInmueble.Nombre AS NombreTipoInmueble " + "FROM (((((((( IPropio " +
-             "LEFT JOIN AliasInmueble On AliasInmueble.IdAliasInmueble = IPropio.IdAliasInmueble) " +
+             "LEFT JOIN AliasInmueble On AliasInmueble.IdAliasInmueble = "
+             "IPropio.IdAliasInmueble) " +
              "LEFT JOIN Calefaccion On Calefaccion.IdCalefaccion = IPropio.IdCalefaccion) " +
              "LEFT JOIN Operacion On Operacion.IdOperacion = IPropio.IdOperacion) " +
              "LEFT JOIN Pais On Pais.IdPais = IPropio.IdPais) " +
@@ -120,12 +122,13 @@ bool KnownHeating(const dao::Recordset& rs) {
 void Fill(const char* label, Source source, form::ControlContainer& controls,
           std::int32_t& plngID) {
   Atrapar(label, [&] {
-    dao::Recordset rs =
-        RequireBD().OpenRecordset(Statement(source) + std::to_string(plngID), dao::dbOpenForwardOnly);
+    dao::Recordset rs = RequireBD().OpenRecordset(Statement(source) + std::to_string(plngID),
+                                                  dao::dbOpenForwardOnly);
     if (rs.Eof()) return;
     for (const Step& step : kSteps) {
-      const char* column =
-          source == Source::Demanda ? step.demanda : source == Source::IPropio ? step.propio : step.ajeno;
+      const char* column = source == Source::Demanda   ? step.demanda
+                           : source == Source::IPropio ? step.propio
+                                                       : step.ajeno;
       if (!column) continue;
       switch (step.kind) {
         case Kind::Text:

@@ -28,8 +28,11 @@ struct FocusTarget {
   const char* name;
   int index;
 };
-constexpr FocusTarget kTabFocus[] = {
-    {"txtInmueble", -1}, {"txtCategorias", -1}, {"txtAltura", -1}, {"txtAgencias", -1}, {"dtpAlta", 0}};
+constexpr FocusTarget kTabFocus[] = {{"txtInmueble", -1},
+                                     {"txtCategorias", -1},
+                                     {"txtAltura", -1},
+                                     {"txtAgencias", -1},
+                                     {"dtpAlta", 0}};
 
 struct Entity {
   const char* name;
@@ -69,8 +72,8 @@ const PickerButton kPickers[] = {
 
 // Check boxes whose Delete key greys them (no criterion).
 constexpr const char* kDeletableChecks[] = {
-    "chkAmueblado", "chkCaducado", "chkIntAgencia", "chkIntBolsa", "chkComercial",
-    "chkIndustrial", "chkNuevo",   "chkExclusiva",  "chkTransmitido", "chkTrastero"};
+    "chkAmueblado",  "chkCaducado", "chkIntAgencia", "chkIntBolsa",    "chkComercial",
+    "chkIndustrial", "chkNuevo",    "chkExclusiva",  "chkTransmitido", "chkTrastero"};
 
 bool ShiftEnter(int keyCode, int shift) {
   return keyCode == form::vbKeyReturn && (shift & form::vbShiftMask) != 0;
@@ -173,7 +176,8 @@ SeleccionInm::SeleccionInm() : SelectionControl("SeleccionInm") {
     c.AddDTPicker(r.name, 1).setParent(fechas);
   }
   for (form::Control* picker : c.Controls())
-    if (picker->TypeName() == "DTPicker") static_cast<form::DTPicker*>(picker)->setCustomFormat("dddd d/MM/yy");
+    if (picker->TypeName() == "DTPicker")
+      static_cast<form::DTPicker*>(picker)->setCustomFormat("dddd d/MM/yy");
 
   // Below the tabs, on every tab.
   label("lblPalabras", "Buscar las palabras", nullptr);
@@ -274,8 +278,8 @@ void SeleccionInm::SelecEn(const std::string& pstrEntidad, const std::string& ps
              CampoEn{"Notas", "Notas"}};
       tabla_ = e.tabla;
       campoId_ = e.campoId;
-      for (form::Control* upper : {&c.Item("txtPrecio", 1), &c.Item("txtSuper", 1),
-                                   &c.Item("lbly1"), &c.Item("lbly2")})
+      for (form::Control* upper :
+           {&c.Item("txtPrecio", 1), &c.Item("txtSuper", 1), &c.Item("lbly1"), &c.Item("lbly2")})
         upper->setVisible(e.rangeBoxes);
     }
     if (cruzando_) {
@@ -375,17 +379,18 @@ void SeleccionInm::DefaultLocation() {
   entries_.clear();
   numSelecAnt_ = 0;
   dao::Database& db = RequireBD();
-  dao::Recordset user = db.OpenRecordset("SELECT IdPoblacion, IdProvincia, IdPais " +
-                                         std::string("FROM   Usuario WHERE IdUsuario = ") +
-                                         std::to_string(gVUser));
+  dao::Recordset user =
+      db.OpenRecordset("SELECT IdPoblacion, IdProvincia, IdPais " +
+                       std::string("FROM   Usuario WHERE IdUsuario = ") + std::to_string(gVUser));
   if (user.Eof()) return;
   const struct {
     const char* control;
     const char* sql;
     const char* idField;
-  } levels[] = {{"txtPais", "SELECT Nombre FROM Pais WHERE IdPais = ", "IdPais"},
-                {"txtProvincia", "SELECT Nombre FROM Provincia WHERE IdProvincia = ", "IdProvincia"},
-                {"txtPoblacion", "SELECT Nombre FROM Poblacion WHERE IdPoblacion = ", "IdPoblacion"}};
+  } levels[] = {
+      {"txtPais", "SELECT Nombre FROM Pais WHERE IdPais = ", "IdPais"},
+      {"txtProvincia", "SELECT Nombre FROM Provincia WHERE IdProvincia = ", "IdProvincia"},
+      {"txtPoblacion", "SELECT Nombre FROM Poblacion WHERE IdPoblacion = ", "IdPoblacion"}};
   for (const auto& level : levels) {
     const Variant id = user.Fields(level.idField).Value();
     if (id.IsNull()) continue;  // a user without that level has no name for it

@@ -44,7 +44,7 @@ struct CountBox {
   const char* control;
   const char* campo;
 };
-constexpr CountBox kCountBoxes[] = {{"txtHuecos", "Huecos"}, {"txtPiezasExt", "Exterior"},
+constexpr CountBox kCountBoxes[] = {{"txtHuecos", "Huecos"},     {"txtPiezasExt", "Exterior"},
                                     {"txtAscensor", "Ascensor"}, {"txtGaraje", "Garaje"},
                                     {"txtAltura", "Altura"},     {"txtAseos", "Aseos"},
                                     {"txtBanios", "Banios"}};
@@ -79,8 +79,8 @@ const auto* FindBox(const Table& table, const std::string& name) {
 // crossed accepts any item and also an empty list.
 void Categorias(const SeleccionInm& control, const form::TextBox& txt, std::string& where) {
   const std::string& tabla = control.Tabla();
-  const bool todas = control.Controls().Get<form::CheckBox>("chkCategorias").Value() ==
-                     form::vbChecked;
+  const bool todas =
+      control.Controls().Get<form::CheckBox>("chkCategorias").Value() == form::vbChecked;
   if (!todas) {
     SQL_TablaMultiString(txt, tabla, "Categorias", where, false);
   } else if (tabla == "Demanda" && control.Cruzando()) {
@@ -141,8 +141,8 @@ void ApplyInput(const SeleccionInm& control, form::Control& child, std::string& 
     // The list carries a second test after the destination codes: SQL_InLista's own
     // parentheses close around both, IN or NOT IN by the box.
     const std::string codigos = name == "chkIntBolsa" ? "(1, 3)" : "(2, 3)";
-    SQL_InLista(static_cast<form::CheckBox&>(child),
-                codigos + " AND (" + tabla + ".IdAcceso >1)", tabla, "IdDestino", where);
+    SQL_InLista(static_cast<form::CheckBox&>(child), codigos + " AND (" + tabla + ".IdAcceso >1)",
+                tabla, "IdDestino", where);
   } else if (const DateBox* box = FindBox(kDateBoxes, name)) {
     SQL_Fecha(static_cast<form::DTPicker&>(child), tabla, box->campo, where);
   }

@@ -29,16 +29,33 @@ class CrossTest : public PropertyTest {
 TEST_F(CrossTest, DemandFillsPropertyCriteriaAndFindsMatchingProperties) {
   const std::string sqlw = Cross(1, "Inm. Propios", "Demandas");
   EXPECT_TRUE(Inm().Cruzando());
-  EXPECT_EQ(Texts({{"txtPais", -1}, {"txtProvincia", -1}, {"txtPoblacion", -1}, {"txtZona", -1},
-                   {"txtOperacion", -1}, {"txtInmueble", -1}, {"txtCalefaccion", -1},
-                   {"txtCategorias", -1}, {"txtTipos", -1}, {"txtPrecio", 0}, {"txtPrecio", 1},
-                   {"txtSuper", 0}, {"txtSuper", 1}, {"txtHuecos", -1}, {"txtPiezasExt", -1},
-                   {"txtAscensor", -1}, {"txtGaraje", -1}, {"txtAseos", -1}, {"txtBanios", -1},
-                   {"txtAltura", -1}}),
-            (std::vector<std::string>{"España; ", "Madrid; ", "Madrid; Alcobendas; ", "", "Venta",
-                                      "Piso", "Eléctrica;No se sabe", "Reformado; ", "Piso; ",
-                                      "100000", "200000", "80", "120", "2", "1", "1", "1", "1",
-                                      "1", "2"}));
+  EXPECT_EQ(Texts({{"txtPais", -1},        {"txtProvincia", -1},  {"txtPoblacion", -1},
+                   {"txtZona", -1},        {"txtOperacion", -1},  {"txtInmueble", -1},
+                   {"txtCalefaccion", -1}, {"txtCategorias", -1}, {"txtTipos", -1},
+                   {"txtPrecio", 0},       {"txtPrecio", 1},      {"txtSuper", 0},
+                   {"txtSuper", 1},        {"txtHuecos", -1},     {"txtPiezasExt", -1},
+                   {"txtAscensor", -1},    {"txtGaraje", -1},     {"txtAseos", -1},
+                   {"txtBanios", -1},      {"txtAltura", -1}}),
+            (std::vector<std::string>{"España; ",
+                                      "Madrid; ",
+                                      "Madrid; Alcobendas; ",
+                                      "",
+                                      "Venta",
+                                      "Piso",
+                                      "Eléctrica;No se sabe",
+                                      "Reformado; ",
+                                      "Piso; ",
+                                      "100000",
+                                      "200000",
+                                      "80",
+                                      "120",
+                                      "2",
+                                      "1",
+                                      "1",
+                                      "1",
+                                      "1",
+                                      "1",
+                                      "2"}));
   EXPECT_EQ(Checks({"chkCategorias", "chkAmueblado", "chkNuevo", "chkTrastero", "chkComercial",
                     "chkIndustrial", "chkExclusiva", "chkTransmitido"}),
             (std::vector<int>{1, 1, 2, 2, 0, 0, 2, 2}));
@@ -50,8 +67,14 @@ TEST_F(CrossTest, DemandFillsPropertyCriteriaAndFindsMatchingProperties) {
 
 TEST_F(CrossTest, OwnPropertyFillsDemandCriteriaAndFindsTheDemandsItMeets) {
   const std::string sqlw = Cross(1, "Demandas", "Inm. Propios");
-  EXPECT_EQ(Texts({{"txtPais", -1}, {"txtProvincia", -1}, {"txtPoblacion", -1}, {"txtZona", -1},
-                   {"txtCalefaccion", -1}, {"txtTipos", -1}, {"txtPrecio", 0}, {"txtSuper", 0}}),
+  EXPECT_EQ(Texts({{"txtPais", -1},
+                   {"txtProvincia", -1},
+                   {"txtPoblacion", -1},
+                   {"txtZona", -1},
+                   {"txtCalefaccion", -1},
+                   {"txtTipos", -1},
+                   {"txtPrecio", 0},
+                   {"txtSuper", 0}}),
             (std::vector<std::string>{"España", "Madrid", "Madrid", "Centro",
                                       "Eléctrica;No se sabe", "Piso", "150000", "90"}));
   // Empty location, type and category lists of a demand also match while crossing.
@@ -77,7 +100,8 @@ TEST_F(CrossTest, MinusOneReadsNoRecordAndFillsNothing) {
   EXPECT_EQ(sel_->Entidad(), "Demandas");
   // Whatever the target's criteria already hold is what comes back.
   Txt("txtHuecos").setText("4");
-  EXPECT_EQ(Cross(-1, "Demandas", "Inm. Ajenos"), " ( (Demanda.Huecos<=4) OR IsNull(Demanda.Huecos)) ");
+  EXPECT_EQ(Cross(-1, "Demandas", "Inm. Ajenos"),
+            " ( (Demanda.Huecos<=4) OR IsNull(Demanda.Huecos)) ");
   EXPECT_TRUE(messenger_->shown().empty());
 }
 

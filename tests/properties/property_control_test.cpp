@@ -58,7 +58,8 @@ TEST_F(PropertyTest, EntitySetsTableSearchFieldsAndRangeBoxes) {
     EXPECT_EQ(Items(Cbo("cboOpPalabras")), kNumberOps);
     EXPECT_EQ(Cbo("cboOpPalabras").Text(), "Igual");
     EXPECT_EQ(Inm().PalabraEn(), t.number);
-    for (const char* upper : {"lbly1", "lbly2"}) EXPECT_EQ(Box().Item(upper).Visible(), t.upperBoxes) << upper;
+    for (const char* upper : {"lbly1", "lbly2"})
+      EXPECT_EQ(Box().Item(upper).Visible(), t.upperBoxes) << upper;
     EXPECT_EQ(Box().Item("txtPrecio", 1).Visible(), t.upperBoxes) << t.entity;
     EXPECT_EQ(Box().Item("txtSuper", 1).Visible(), t.upperBoxes) << t.entity;
     EXPECT_EQ(Box().Get<form::Label>("lbly1").Caption(), "y");
@@ -117,7 +118,8 @@ TEST_F(PropertyTest, PickerButtonsOpenTheListWithTheirSettings) {
     EXPECT_EQ(Received(r, "tabla")->AsString(), t.table);
     EXPECT_EQ(Received(r, "Seleccionar")->AsString(), "Antes; ");
     EXPECT_EQ(CLng(*Received(r, "anchura")), 3000);
-    for (const char* op : {"Op_Nuevo", "Op_Borrar", "Op_Modificar"}) EXPECT_FALSE(CBool(*Received(r, op)));
+    for (const char* op : {"Op_Nuevo", "Op_Borrar", "Op_Modificar"})
+      EXPECT_FALSE(CBool(*Received(r, op)));
     const auto sql = Received(r, "SQLSentencia");
     if (t.sql)
       EXPECT_EQ(sql ? sql->AsString() : "(not set)", t.sql) << t.button;
@@ -137,7 +139,7 @@ TEST_F(PropertyTest, ShiftEnterOpensThePickerOfOperationAndPropertyKind) {
   sel_->setEntidad("Inm. Propios");
   auto& operacion = Txt("txtOperacion");
   operacion.SetFocus();
-  operacion.SendKeyDown(form::vbKeyReturn, 0);  // Enter alone
+  operacion.SendKeyDown(form::vbKeyReturn, 0);   // Enter alone
   operacion.SendKeyDown(65, form::vbShiftMask);  // Shift+A
   EXPECT_EQ(picker.InstanceCount(), 0);
   operacion.SendKeyDown(form::vbKeyReturn, form::vbShiftMask);
@@ -162,8 +164,8 @@ TEST_F(PropertyTest, ShiftEnterOpensThePickerOfOperationAndPropertyKind) {
 
 TEST_F(PropertyTest, DeleteGreysTheTenCriteriaCheckBoxes) {
   sel_->setEntidad("Inm. Propios");
-  const char* deletable[] = {"chkAmueblado", "chkCaducado",  "chkIntAgencia", "chkIntBolsa",
-                             "chkComercial", "chkIndustrial", "chkNuevo",     "chkExclusiva",
+  const char* deletable[] = {"chkAmueblado",   "chkCaducado",   "chkIntAgencia", "chkIntBolsa",
+                             "chkComercial",   "chkIndustrial", "chkNuevo",      "chkExclusiva",
                              "chkTransmitido", "chkTrastero"};
   for (const char* name : deletable) {
     auto& box = Chk(name);
@@ -190,9 +192,15 @@ TEST_F(PropertyTest, LeavingAPriceOrSurfaceBoxMasksItsNumber) {
   const struct {
     const char* typed;
     const char* shown;
-  } cases[] = {{"150000", "150.000"}, {"1.234.567", "1.234.567"}, {"  95 ", "95"},
-               {"2,5", "3"},          {"0", ""},                   {"-1500", "-1.500"},
-               {"abc", ""},           {"12a", ""},                 {"", ""}};
+  } cases[] = {{"150000", "150.000"},
+               {"1.234.567", "1.234.567"},
+               {"  95 ", "95"},
+               {"2,5", "3"},
+               {"0", ""},
+               {"-1500", "-1.500"},
+               {"abc", ""},
+               {"12a", ""},
+               {"", ""}};
   sel_->setEntidad("Inm. Propios");
   for (const auto& t : cases) {
     for (const char* name : {"txtPrecio", "txtSuper"}) {
@@ -219,8 +227,11 @@ TEST_F(PropertyTest, TabClickShowsItsFrameAndFocusesItsFirstInput) {
     int tab;
     const char* first;
     int index;
-  } cases[] = {{2, "txtAltura", -1}, {1, "txtCategorias", -1}, {4, "dtpAlta", 0},
-               {3, "txtAgencias", -1}, {0, "txtInmueble", -1}};
+  } cases[] = {{2, "txtAltura", -1},
+               {1, "txtCategorias", -1},
+               {4, "dtpAlta", 0},
+               {3, "txtAgencias", -1},
+               {0, "txtInmueble", -1}};
   sel_->setEntidad("Demandas");
   for (const auto& t : cases) {
     ShowTab(Box(), t.tab);
@@ -314,8 +325,8 @@ TEST_F(PropertyTest, SavedSelectionFollowsTheControlOrderAndRestoresElsewhere) {
   for (int i = 0; i <= saved.UBound(1); ++i) {
     const std::string name = saved.at(i, 0).AsString();
     if (name.rfind("chk", 0) == 0 && saved.at(i, 2).AsString() == "2") continue;  // grey
-    order.push_back(name + "(" + std::to_string(saved.at(i, 1).AsInteger()) + ")=" +
-                    saved.at(i, 2).AsString());
+    order.push_back(name + "(" + std::to_string(saved.at(i, 1).AsInteger()) +
+                    ")=" + saved.at(i, 2).AsString());
   }
   EXPECT_EQ(order, (std::vector<std::string>{"tbsSelec(0)=", "txtInmueble(-1)=Piso",
                                              "txtPais(-1)=España;", "txtZona(-1)=Centro;",
@@ -374,7 +385,8 @@ TEST_F(PropertyTest, WrittenPropertiesAreTheTabAndThreeCaptions) {
   control.setPestania(3);
   form::PropertyBag bag;
   control.WriteProperties(bag);
-  for (const char* key : {"Pestania", "NomTab0", "NomTab1", "NomTab2"}) EXPECT_TRUE(bag.Contains(key)) << key;
+  for (const char* key : {"Pestania", "NomTab0", "NomTab1", "NomTab2"})
+    EXPECT_TRUE(bag.Contains(key)) << key;
   EXPECT_FALSE(bag.Contains("NomTab3"));
   EXPECT_FALSE(bag.Contains("NomTab4"));
   SeleccionInm other;
@@ -403,17 +415,18 @@ TEST_F(PropertyTest, FreshControlStartsEmptyGreyAndUncheckedInItsInputOrder) {
     inputs.push_back(c->Index() < 0 ? c->Name() : c->Name() + std::to_string(c->Index()));
   }
   // Conditions and saved selections follow this order.
-  EXPECT_EQ(inputs,
-            (std::vector<std::string>{
-                "tbsSelec",      "txtInmueble",   "txtOperacion",   "txtPais",        "txtProvincia",
-                "txtPoblacion",  "txtZona",       "txtPrecio0",     "txtPrecio1",     "txtSuper0",
-                "txtSuper1",     "txtCategorias", "chkCategorias",  "txtTipos",       "txtCalefaccion",
-                "txtAcceso",     "txtAltura",     "txtHuecos",      "txtPiezasExt",   "txtAscensor",
-                "txtGaraje",     "txtAseos",      "txtBanios",      "chkAmueblado",   "chkNuevo",
-                "chkTrastero",   "chkComercial",  "chkIndustrial",  "chkExclusiva",   "txtAgencias",
-                "txtUsuarios",   "chkIntBolsa",   "chkIntAgencia",  "chkTransmitido", "chkCaducado",
-                "dtpAlta0",      "dtpAlta1",      "dtpActualiza0",  "dtpActualiza1",  "dtpTransmision0",
-                "dtpTransmision1", "txtPalabras", "cboEn",          "cboOpPalabras"}));
+  EXPECT_EQ(
+      inputs,
+      (std::vector<std::string>{
+          "tbsSelec",        "txtInmueble",   "txtOperacion",  "txtPais",        "txtProvincia",
+          "txtPoblacion",    "txtZona",       "txtPrecio0",    "txtPrecio1",     "txtSuper0",
+          "txtSuper1",       "txtCategorias", "chkCategorias", "txtTipos",       "txtCalefaccion",
+          "txtAcceso",       "txtAltura",     "txtHuecos",     "txtPiezasExt",   "txtAscensor",
+          "txtGaraje",       "txtAseos",      "txtBanios",     "chkAmueblado",   "chkNuevo",
+          "chkTrastero",     "chkComercial",  "chkIndustrial", "chkExclusiva",   "txtAgencias",
+          "txtUsuarios",     "chkIntBolsa",   "chkIntAgencia", "chkTransmitido", "chkCaducado",
+          "dtpAlta0",        "dtpAlta1",      "dtpActualiza0", "dtpActualiza1",  "dtpTransmision0",
+          "dtpTransmision1", "txtPalabras",   "cboEn",         "cboOpPalabras"}));
   EXPECT_EQ(control.SelecWhere(), "");
   EXPECT_EQ(control.NumSelecAnt(), -1);
 }

@@ -20,8 +20,9 @@ void WorkedExample(ControlContainer& c, const std::string& words) {
 }
 
 TEST_F(PropertyTest, WorkedExampleOverOwnProperties) {
-  const std::string sqlw =
-      Accept("Inm. Propios", [](frmSeleccion& dlg) { WorkedExample(dlg.SeleccionInm1().Controls(), "120"); });
+  const std::string sqlw = Accept("Inm. Propios", [](frmSeleccion& dlg) {
+    WorkedExample(dlg.SeleccionInm1().Controls(), "120");
+  });
   EXPECT_EQ(sqlw,
             "( (IPropio.IdPais Is Null)  OR (IPropio.IdPais = 1) ) AND  ( (IPropio.Huecos>=3) OR "
             "IsNull(IPropio.Huecos))  AND ( (IPropio.Amueblado = 1) OR (IPropio.Amueblado=2)) "
@@ -30,28 +31,30 @@ TEST_F(PropertyTest, WorkedExampleOverOwnProperties) {
   EXPECT_EQ(Own(sqlw), std::vector<long>{});
   // The same inputs from number 1 on: Spanish (or no país), three or more gaps (or unknown),
   // furnished or indifferent.
-  const std::string fromOne =
-      Accept("Inm. Propios", [](frmSeleccion& dlg) { WorkedExample(dlg.SeleccionInm1().Controls(), "1"); });
+  const std::string fromOne = Accept("Inm. Propios", [](frmSeleccion& dlg) {
+    WorkedExample(dlg.SeleccionInm1().Controls(), "1");
+  });
   EXPECT_EQ(Own(fromOne), (std::vector<long>{1, 4}));
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
 TEST_F(PropertyTest, WorkedExampleOverDemands) {
-  const std::string sqlw =
-      Accept("Demandas", [](frmSeleccion& dlg) { WorkedExample(dlg.SeleccionInm1().Controls(), "120"); });
+  const std::string sqlw = Accept(
+      "Demandas", [](frmSeleccion& dlg) { WorkedExample(dlg.SeleccionInm1().Controls(), "120"); });
   EXPECT_EQ(sqlw,
             "(( (Demanda.Pais = 'España; ')  OR (Demanda.Pais LIKE 'España;*')  OR "
             "(Demanda.Pais LIKE '*; España; ')  OR (Demanda.Pais LIKE '*; España;*') )) AND  ( "
             "(Demanda.Huecos<=3) OR IsNull(Demanda.Huecos))  AND ( (Demanda.Amueblado = 1) OR "
             "(Demanda.Amueblado=2)) AND Demanda.IdDemanda>=120");
   EXPECT_EQ(Demands(sqlw), std::vector<long>{});
-  const std::string fromOne =
-      Accept("Demandas", [](frmSeleccion& dlg) { WorkedExample(dlg.SeleccionInm1().Controls(), "1"); });
+  const std::string fromOne = Accept(
+      "Demandas", [](frmSeleccion& dlg) { WorkedExample(dlg.SeleccionInm1().Controls(), "1"); });
   EXPECT_EQ(Demands(fromOne), (std::vector<long>{1, 2, 5, 6}));
 }
 
 TEST_F(PropertyTest, UntouchedInputsGiveTheEmptyConditionForEveryEntity) {
-  for (const char* entity : {"Inm. Propios", "Inm. Ajenos", "Inm. Archivados", "Inm. Vendidos", "Demandas"}) {
+  for (const char* entity :
+       {"Inm. Propios", "Inm. Ajenos", "Inm. Archivados", "Inm. Vendidos", "Demandas"}) {
     EXPECT_EQ(Accept(entity, [](frmSeleccion&) {}), "") << entity;
   }
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
@@ -88,26 +91,33 @@ TEST_F(PropertyTest, EachCriterionSelectsTheExpectedRows) {
       {"agent", "Inm. Propios", typed("txtUsuarios", "Ana Pérez"), {1, 3, 4, 7}},
       {"access", "Inm. Propios", typed("txtAcceso", "Portero"), {3, 4}},
       {"property kind", "Inm. Propios", typed("txtInmueble", "Ático"), {3}},
-      {"heating with unknown", "Inm. Propios", typed("txtCalefaccion", "Gas natural;No se sabe"),
+      {"heating with unknown",
+       "Inm. Propios",
+       typed("txtCalefaccion", "Gas natural;No se sabe"),
        {2, 4, 7}},
-      {"heating unknown alone", "Inm. Propios", typed("txtCalefaccion", "No se sabe"),
+      {"heating unknown alone",
+       "Inm. Propios",
+       typed("txtCalefaccion", "No se sabe"),
        {1, 2, 3, 4, 7}},
       // Categories: any of them, or all of them when chkCategorias is ticked.
       {"any category", "Inm. Propios", typed("txtCategorias", "Reformado; Vistas"), {1, 2, 4, 7}},
-      {"all categories", "Inm. Propios",
+      {"all categories",
+       "Inm. Propios",
        [](ControlContainer& c) {
          Type(c, "txtCategorias", "Reformado; Vistas");
          c.Get<form::CheckBox>("chkCategorias").setValue(1);
        },
        {1}},
-      {"demand, all categories", "Demandas",
+      {"demand, all categories",
+       "Demandas",
        [](ControlContainer& c) {
          Type(c, "txtCategorias", "Reformado");
          c.Get<form::CheckBox>("chkCategorias").setValue(1);
        },
        {1, 5}},
       // Ranges: a property's price within the typed bounds; a demand's bounds around one price.
-      {"price range", "Inm. Propios",
+      {"price range",
+       "Inm. Propios",
        [](ControlContainer& c) {
          Type(c, "txtPrecio", "100000", 0);
          Type(c, "txtPrecio", "200.000", 1);
@@ -132,13 +142,15 @@ TEST_F(PropertyTest, EachCriterionSelectsTheExpectedRows) {
       {"not expired yet", "Inm. Propios", ticked("chkCaducado", 0), {3}},
       {"of interest to the pool", "Inm. Propios", ticked("chkIntBolsa", 1), {1, 3, 4, 7}},
       {"of interest to the agency", "Inm. Propios", ticked("chkIntAgencia", 1), {3}},
-      {"date from", "Inm. Propios",
+      {"date from",
+       "Inm. Propios",
        [](ControlContainer& c) {
          ShowTab(c, 4);
          c.Get<form::DTPicker>("dtpAlta", 0).setValue(Variant(MakeDate(2026, 1, 1)));
        },
        {1, 7}},
-      {"transmission up to", "Inm. Propios",
+      {"transmission up to",
+       "Inm. Propios",
        [](ControlContainer& c) {
          ShowTab(c, 4);
          c.Get<form::DTPicker>("dtpTransmision", 1).setValue(Variant(MakeDate(2026, 3, 3)));
@@ -154,7 +166,8 @@ TEST_F(PropertyTest, EachCriterionSelectsTheExpectedRows) {
       {"demand notes", "Demandas", words("Notas", 1, "PISO"), {1}},
   };
   for (const QueryCase& t : cases) {
-    const std::string sqlw = Accept(t.entity, [&](frmSeleccion& dlg) { t.input(dlg.SeleccionInm1().Controls()); });
+    const std::string sqlw =
+        Accept(t.entity, [&](frmSeleccion& dlg) { t.input(dlg.SeleccionInm1().Controls()); });
     const bool demand = std::string(t.entity) == "Demandas";
     EXPECT_EQ(demand ? Demands(sqlw) : Own(sqlw), t.ids) << t.name << ": " << sqlw;
   }
@@ -183,15 +196,17 @@ TEST_F(PropertyTest, WordsJoinWithAndWithoutALeadingBlank) {
 }
 
 TEST_F(PropertyTest, NoSeSabeAloneAddsNoHeatingCondition) {
-  EXPECT_EQ(Accept("Inm. Propios", [](frmSeleccion& dlg) {
-              Type(dlg.SeleccionInm1().Controls(), "txtCalefaccion", "No se sabe");
-            }),
+  EXPECT_EQ(Accept("Inm. Propios",
+                   [](frmSeleccion& dlg) {
+                     Type(dlg.SeleccionInm1().Controls(), "txtCalefaccion", "No se sabe");
+                   }),
             "");
 }
 
 TEST_F(PropertyTest, GreyedBoxesAddNothingWhateverTheirFlags) {
-  const char* boxes[] = {"chkExclusiva", "chkAmueblado", "chkNuevo", "chkTrastero", "chkComercial",
-                         "chkIndustrial", "chkTransmitido", "chkCaducado", "chkIntBolsa", "chkIntAgencia"};
+  const char* boxes[] = {"chkExclusiva", "chkAmueblado",  "chkNuevo",       "chkTrastero",
+                         "chkComercial", "chkIndustrial", "chkTransmitido", "chkCaducado",
+                         "chkIntBolsa",  "chkIntAgencia"};
   const std::string sqlw = Accept("Inm. Propios", [&](frmSeleccion& dlg) {
     ControlContainer& c = dlg.SeleccionInm1().Controls();
     for (const char* name : boxes) {
