@@ -212,14 +212,6 @@ TEST_F(PropertyTest, LeavingAPriceOrSurfaceBoxMasksItsNumber) {
       }
     }
   }
-  // The masked text still reads as the number typed.
-  Type(Box(), "txtPrecio", "100000", 0);
-  Leave(Box());
-  sel_->setEntidad("Inm. Propios");
-  ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(
-      [](frmSeleccion& dlg) { dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press(); }));
-  sel_->mtdMostrar();
-  EXPECT_EQ(sel_->SQLW(), " ((IPropio.Precio >= 100000 OR IsNull(IPropio.Precio)) ) ");
 }
 
 TEST_F(PropertyTest, TabClickShowsItsFrameAndFocusesItsFirstInput) {

@@ -195,14 +195,6 @@ TEST_F(PropertyTest, WordsJoinWithAndWithoutALeadingBlank) {
             "( (IAjeno.Comercial = 0) OR (IAjeno.Comercial=2)) AND Cliente.Alias LIKE '*Ann'");
 }
 
-TEST_F(PropertyTest, NoSeSabeAloneAddsNoHeatingCondition) {
-  EXPECT_EQ(Accept("Inm. Propios",
-                   [](frmSeleccion& dlg) {
-                     Type(dlg.SeleccionInm1().Controls(), "txtCalefaccion", "No se sabe");
-                   }),
-            "");
-}
-
 TEST_F(PropertyTest, GreyedBoxesAddNothingWhateverTheirFlags) {
   const char* boxes[] = {"chkExclusiva", "chkAmueblado",  "chkNuevo",       "chkTrastero",
                          "chkComercial", "chkIndustrial", "chkTransmitido", "chkCaducado",
