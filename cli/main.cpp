@@ -5,7 +5,10 @@
 #include <iostream>
 #include <map>
 
+#include <unistd.h>
+
 #include "cli/commands.h"
+#include "cli/match_command.h"
 #include "cli/selection_commands.h"
 
 namespace {
@@ -137,6 +140,31 @@ void AddQuery(CLI::App& app) {
   });
 }
 
+void AddMatch(CLI::App& app) {
+  auto options = std::make_shared<cp::cli::MatchOptions>();
+  CLI::App* cmd = app.add_subcommand(
+      "match",
+      "Cruza cada demanda (o cada inmueble propio o ajeno) de la base de datos, como Cruzar, "
+      "e imprime por registro de origen cuántos registros coinciden: una cabecera y una línea "
+      "\"id<TAB>coincidencias\" por registro. Con la salida de errores en un terminal muestra "
+      "una barra de progreso.");
+  cmd->add_option("--db", options->db, "Fichero de la base de datos")->required();
+  cmd->add_option("--from", options->from,
+                  "Entidad de origen: Demandas (por omisión), \"Inm. Propios\" o \"Inm. Ajenos\"");
+  cmd->add_option("--to", options->to,
+                  "Entidad de destino (por omisión: \"Inm. Propios\" para demandas, Demandas "
+                  "para inmuebles)");
+  cmd->add_option("--limit", options->limit, "Cruzar solo los N primeros registros")
+      ->check(CLI::NonNegativeNumber);
+  cmd->add_flag("--json", options->json, "Array JSON de {\"id\", \"coincidencias\"}");
+  cmd->callback([options] {
+    const bool terminal = isatty(STDERR_FILENO) != 0;
+    g_status = cp::cli::Match(*options, std::cout, std::cerr,
+                              terminal ? cp::cli::TerminalProgressBar(std::cerr)
+                                       : cp::cli::MatchProgress());
+  });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -151,6 +179,7 @@ int main(int argc, char** argv) {
   AddWhere(app);
   AddCross(app);
   AddQuery(app);
+  AddMatch(app);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
