@@ -1,0 +1,21 @@
+#include "qt/demo/demo_database.h"
+
+#include <filesystem>
+#include <ostream>
+
+#include "cli/commands.h"
+
+namespace cp {
+
+std::string DefaultDemoDatabase() { return CP_DEMO_DB; }
+
+bool EnsureDemoDatabase(const std::string& path, std::ostream& out, std::ostream& err) {
+  if (std::filesystem::exists(path)) return true;
+  out << "Creando la base de datos de demostración " << path << "...\n";
+  cli::InitDbOptions options;
+  options.db = path;
+  options.demo = true;
+  return cli::InitDb(options, out, err) == cli::kExitOk;
+}
+
+}  // namespace cp

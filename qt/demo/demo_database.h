@@ -1,0 +1,17 @@
+#pragma once
+// The database the demo host opens when none is named: the demo database beside the build
+// output, created with sample data the first time.
+#include <iosfwd>
+#include <string>
+
+namespace cp {
+
+// build/demo.db of the build that made this program.
+std::string DefaultDemoDatabase();
+
+// Makes sure path holds a database: when no file is there, creates it as `init-db --demo`
+// does (2000 properties). True when the file exists afterwards; false after a failed
+// creation, whose reason was written to err.
+bool EnsureDemoDatabase(const std::string& path, std::ostream& out, std::ostream& err);
+
+}  // namespace cp

@@ -1,0 +1,78 @@
+#pragma once
+// DemoHostWindow: a small host that uses the selection component as the office application
+// does. The user picks an entity and presses "Seleccionar…": the host hands the component
+// the entity (and the selection saved for it, if any), shows the dialog, and on acceptance
+// runs its own query with the returned condition and lists the rows with their count. A
+// selection accepted with "Guardar Selección" ticked is kept and handed back the next time
+// that entity is chosen. "Cruzar" crosses the demand or property of the selected row with
+// the other side of the market (a demand with "Inm. Propios", a property with "Demandas").
+//
+// Widgets are named for tests: "cboEntidad", "cmdSeleccionar", "cmdCruzar", "lblCondicion",
+// "lblFilas", "grdFilas".
+#include <QMainWindow>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/dao/database.h"
+#include "selection/c_seleccion.h"
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QTableWidget;
+
+namespace cp {
+
+class DemoHostWindow : public QMainWindow {
+ public:
+  // The host of one open database; path is what the component gets as PathDB. Sets the
+  // database shared by the component (the last host to set it wins).
+  DemoHostWindow(std::shared_ptr<dao::Database> db, const std::string& path,
+                 QWidget* parent = nullptr);
+
+  CSeleccion& selection() { return selection_; }
+
+  // Runs the dialog for the entity chosen in the list, with the current ModalRunner. True
+  // when the user accepted: the rows of the condition are then listed. A failure of the
+  // component is shown to the user (MostrarMensaje) and gives false.
+  bool Select();
+  // Crosses the record of the current row; true when rows were listed. False (nothing done)
+  // when there is no current row or the listed entity cannot be crossed.
+  bool CrossSelected();
+
+  // The selection kept for an entity (Empty when none).
+  Variant SavedSelection(const std::string& entity) const;
+  // The entity whose rows are listed ("" before the first selection).
+  const std::string& ListedEntity() const { return listedEntity_; }
+  int ListedRows() const;
+
+  QComboBox& entityList() const { return *entities_; }
+  QPushButton& selectButton() const { return *select_; }
+  QPushButton& crossButton() const { return *cross_; }
+  QTableWidget& rows() const { return *rows_; }
+  QLabel& conditionLabel() const { return *condition_; }
+  QLabel& countLabel() const { return *count_; }
+
+  // The entities a host offers, in the dialog's default order.
+  static const std::vector<std::string>& Entities();
+  // The entity a record of entity is crossed with ("" when it cannot be crossed).
+  static std::string CrossTarget(const std::string& entity);
+
+ private:
+  void ListRows(const std::string& entity, const std::string& condition);
+  void UpdateCrossButton();
+
+  std::shared_ptr<dao::Database> db_;
+  CSeleccion selection_;
+  std::map<std::string, Variant> saved_;
+  std::string listedEntity_;
+  QComboBox* entities_ = nullptr;
+  QPushButton* select_ = nullptr;
+  QPushButton* cross_ = nullptr;
+  QLabel* condition_ = nullptr;
+  QLabel* count_ = nullptr;
+  QTableWidget* rows_ = nullptr;
+};
+
+}  // namespace cp

@@ -1,0 +1,289 @@
+// The demo host's selection flow: the dialog played by a script inside its modal loop, the
+// rows of the accepted condition listed with their count, saved selections handed back, and
+// the cross button; plus the demo database and the blank-picture check.
+#include <unistd.h>
+
+#include <QComboBox>
+#include <QImage>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "cli/schema.h"
+#include "common/shared_state.h"
+#include "platform/core/conversions.h"
+#include "platform/dao/connect.h"
+#include "platform/form/check_box.h"
+#include "platform/form/combo_box.h"
+#include "platform/form/command_button.h"
+#include "platform/form/text_box.h"
+#include "platform/sqlite/native.h"
+#include "qt/demo/demo_database.h"
+#include "qt/demo/host_window.h"
+#include "qt/demo/screenshot.h"
+#include "selection/modal_runner.h"
+#include "tests/common/common_fixture.h"
+#include "tests/qt/picker_test_support.h"
+
+namespace cp::testing {
+namespace {
+
+const char* const kRows = R"SQL(
+INSERT INTO Cliente (IdCliente, Alias, Apellidos) VALUES
+  (1, 'García, Luis', 'García López'), (2, 'Garcia, Ana', 'garcia ruiz'),
+  (3, 'Pérez, Juan', 'Pérez Garcia'), (4, 'O''Brien', 'O''Brien'), (5, 'Ruiz', 'Ruiz Garcia');
+INSERT INTO Agencia (IdAgencia, Alias) VALUES (1, 'Sol'), (2, 'Luna');
+INSERT INTO Demanda (IdDemanda, IdCliente, PrecioMinimo, PrecioMaximo, Huecos) VALUES
+  (1, 1, 100000, 200000, 3), (2, 2, 50000, 90000, 2);
+INSERT INTO IPropio (IdIPropio, IdCliente, Precio, Huecos) VALUES
+  (1, 3, 150000, 3), (2, 4, 80000, 2), (3, 5, 300000, 4);
+)SQL";
+
+class DemoHostTest : public CommonTest {
+ protected:
+  static void SetUpTestSuite() {
+    path_ = (std::filesystem::temp_directory_path() /
+             ("cp_demo_host_" + std::to_string(::getpid()) + ".sqlite"))
+                .string();
+    std::filesystem::remove(path_);
+    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
+    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
+    db.ExecuteNative(kRows);
+  }
+  static void TearDownTestSuite() { std::filesystem::remove(path_); }
+
+  void SetUp() override {
+    CommonTest::SetUp();
+    TestApp();
+    host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
+  }
+  void TearDown() override {
+    host_.reset();
+    setBD(nullptr);
+    CommonTest::TearDown();
+  }
+
+  // Selects with script playing the user in the dialog; the entity is chosen first.
+  bool Select(const std::string& entity, std::function<void(frmSeleccion&)> script) {
+    host_->entityList().setCurrentText(QString::fromStdString(entity));
+    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(std::move(script)));
+    return host_->Select();
+  }
+
+  static SelectionControl& Shown(frmSeleccion& dlg) {
+    if (dlg.SeleccionInm1Control().Visible()) return dlg.SeleccionInm1();
+    return dlg.SeleccionCli1();
+  }
+  static void Press(frmSeleccion& dlg, const char* button) {
+    dlg.Controls().Get<form::CommandButton>(button).Press();
+  }
+  // The search for words as the contact control offers it.
+  static void SearchWords(frmSeleccion& dlg, const std::string& words, const std::string& where,
+                          const std::string& field) {
+    form::ControlContainer& c = Shown(dlg).Controls();
+    c.Get<form::TextBox>("txtPalabras").setText(words);
+    c.Get<form::ComboBox>("cboOpPalabras").setText(where);
+    c.Get<form::ComboBox>("cboEn").setText(field);
+  }
+
+  // The values of one column of the listed rows, in order.
+  std::vector<long> Listed(const char* column) const {
+    QTableWidget& rows = host_->rows();
+    int c = -1;
+    for (int i = 0; i < rows.columnCount(); ++i)
+      if (rows.horizontalHeaderItem(i)->text() == column) c = i;
+    EXPECT_GE(c, 0) << column;
+    std::vector<long> values;
+    for (int r = 0; c >= 0 && r < rows.rowCount(); ++r)
+      values.push_back(rows.item(r, c)->text().toLong());
+    return values;
+  }
+
+  std::unique_ptr<DemoHostWindow> host_;
+  static inline std::string path_;
+};
+
+TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
+  ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) {
+    SearchWords(dlg, "garcia", "Al final", "Apellido");
+    Press(dlg, "cmdAceptar");
+  }));
+  EXPECT_EQ(Listed("IdCliente"), (std::vector<long>{3, 5}));
+  EXPECT_EQ(host_->countLabel().text(), "2 registros de Clientes");
+  EXPECT_TRUE(host_->conditionLabel().text().contains(QString::fromStdString(host_->selection().SQLW())));
+  EXPECT_FALSE(host_->selection().SQLW().empty());
+
+  // Accepting untouched lists every record, and says so.
+  ASSERT_TRUE(Select("Agencias", [](frmSeleccion& dlg) { Press(dlg, "cmdAceptar"); }));
+  EXPECT_EQ(Listed("IdAgencia"), (std::vector<long>{1, 2}));
+  EXPECT_EQ(host_->countLabel().text(), "2 registros de Agencias");
+  EXPECT_TRUE(host_->conditionLabel().text().contains("todos los registros"));
+}
+
+TEST_F(DemoHostTest, TheSelectButtonRunsTheDialogForTheChosenEntity) {
+  host_->entityList().setCurrentText("Agencias");
+  std::string shownEntity;
+  ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([&](frmSeleccion& dlg) {
+    shownEntity = dlg.cboEntidad().Text();
+    Press(dlg, "cmdAceptar");
+  }));
+  QTest::mouseClick(&host_->selectButton(), Qt::LeftButton);
+  EXPECT_EQ(shownEntity, "Agencias");
+  EXPECT_EQ(host_->ListedEntity(), "Agencias");
+  EXPECT_EQ(host_->ListedRows(), 2);
+}
+
+TEST_F(DemoHostTest, CancellingOrClosingKeepsTheRowsListed) {
+  ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) {
+    SearchWords(dlg, "garcia", "Al final", "Apellido");
+    Press(dlg, "cmdAceptar");
+  }));
+  const std::function<void(frmSeleccion&)> leave[] = {
+      [](frmSeleccion& dlg) { Press(dlg, "cmdCancelar"); },
+      [](frmSeleccion&) {},  // the close box
+  };
+  for (const auto& script : leave) {
+    host_->entityList().setCurrentText("Agencias");
+    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(script));
+    EXPECT_FALSE(host_->Select());
+    EXPECT_EQ(host_->ListedEntity(), "Clientes");
+    EXPECT_EQ(Listed("IdCliente"), (std::vector<long>{3, 5}));
+  }
+}
+
+TEST_F(DemoHostTest, AnEntityChangedInsideTheDialogIsTheOneListed) {
+  host_->entityList().setCurrentText("Clientes");
+  ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([](frmSeleccion& dlg) {
+    dlg.cboEntidad().setText("Agencias");
+    Press(dlg, "cmdAceptar");
+  }));
+  ASSERT_TRUE(host_->Select());
+  EXPECT_EQ(host_->ListedEntity(), "Agencias");
+  EXPECT_EQ(host_->entityList().currentText(), "Agencias");
+  EXPECT_EQ(Listed("IdAgencia"), (std::vector<long>{1, 2}));
+}
+
+TEST_F(DemoHostTest, KeepsASelectionSavedWithGuardarAndHandsItBackNextTime) {
+  // Not ticked: nothing kept, and the next dialog starts empty.
+  ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) {
+    SearchWords(dlg, "ruiz", "En todo el texto", "Apellido");
+    Press(dlg, "cmdAceptar");
+  }));
+  EXPECT_TRUE(host_->SavedSelection("Clientes").IsEmpty());
+  ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) {
+    EXPECT_EQ(Shown(dlg).Controls().Get<form::TextBox>("txtPalabras").Text(), "");
+    SearchWords(dlg, "garcia", "Al final", "Apellido");
+    dlg.chkGuardar().setValue(1);
+    Press(dlg, "cmdAceptar");
+  }));
+  ASSERT_TRUE(host_->SavedSelection("Clientes").IsArray());
+  EXPECT_TRUE(host_->SavedSelection("Agencias").IsEmpty());
+
+  // Handed back to the control of its entity: the words are there when the dialog opens.
+  ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) {
+    form::ControlContainer& c = Shown(dlg).Controls();
+    EXPECT_EQ(c.Get<form::TextBox>("txtPalabras").Text(), "garcia");
+    EXPECT_EQ(c.Get<form::ComboBox>("cboOpPalabras").Text(), "Al final");
+    Press(dlg, "cmdAceptar");
+  }));
+  EXPECT_EQ(Listed("IdCliente"), (std::vector<long>{3, 5}));
+  // Another entity gets nothing of it.
+  ASSERT_TRUE(Select("Agencias", [](frmSeleccion& dlg) {
+    EXPECT_EQ(Shown(dlg).Controls().Get<form::TextBox>("txtPalabras").Text(), "");
+    Press(dlg, "cmdAceptar");
+  }));
+}
+
+TEST_F(DemoHostTest, CrossesTheCurrentRowWithTheOtherSideOfTheMarket) {
+  struct Case {
+    std::string listed, key, target;
+  };
+  const Case cases[] = {{"Demandas", "IdDemanda", "Inm. Propios"},
+                        {"Inm. Propios", "IdIPropio", "Demandas"}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.listed);
+    // A fresh host: after a cross the dialog opens on the crossed criteria.
+    host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
+    ASSERT_TRUE(Select(c.listed, [](frmSeleccion& dlg) { Press(dlg, "cmdAceptar"); }));
+    EXPECT_TRUE(host_->crossButton().isEnabled());
+    EXPECT_TRUE(host_->crossButton().text().contains(QString::fromStdString(c.target)));
+    // The second row, so that a host that always took the first would be caught.
+    ASSERT_GE(host_->ListedRows(), 2) << host_->selection().SQLW();
+    host_->rows().setCurrentCell(1, 0);
+    std::int32_t id = static_cast<std::int32_t>(Listed(c.key.c_str()).at(1));
+    QTest::mouseClick(&host_->crossButton(), Qt::LeftButton);
+    EXPECT_EQ(host_->ListedEntity(), c.target);
+    EXPECT_EQ(host_->entityList().currentText().toStdString(), c.target);
+
+    CSeleccion reference;
+    std::string to = c.target, from = c.listed;
+    reference.Cruzar(id, to, from);
+    EXPECT_EQ(host_->selection().SQLW(), reference.SQLW());
+    EXPECT_TRUE(host_->conditionLabel().text().contains(QString::fromStdString(reference.SQLW())));
+  }
+}
+
+TEST_F(DemoHostTest, ContactsCannotBeCrossed) {
+  EXPECT_FALSE(host_->crossButton().isEnabled());  // nothing listed yet
+  ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) { Press(dlg, "cmdAceptar"); }));
+  host_->rows().setCurrentCell(0, 0);
+  EXPECT_FALSE(host_->crossButton().isEnabled());
+  EXPECT_FALSE(host_->CrossSelected());
+  EXPECT_EQ(host_->ListedEntity(), "Clientes");
+}
+
+TEST(DemoDatabaseTest, CreatesTheDemoDatabaseOnlyWhenMissing) {
+  char pattern[] = "/tmp/cp-demo-db-XXXXXX";
+  ASSERT_NE(mkdtemp(pattern), nullptr);
+  const std::string dir = pattern;
+  const std::string existing = dir + "/mine.db";
+  { std::ofstream(existing) << "not a database"; }
+  std::ostringstream out, err;
+  EXPECT_TRUE(EnsureDemoDatabase(existing, out, err));
+  EXPECT_EQ(ReadFile(existing), "not a database");  // never overwritten
+
+  const std::string fresh = dir + "/demo.db";
+  EXPECT_TRUE(EnsureDemoDatabase(fresh, out, err)) << err.str();
+  auto db = dao::OpenDatabase(fresh);
+  dao::Recordset rs = db->OpenRecordset("SELECT IdIPropio FROM IPropio");
+  EXPECT_EQ(rs.RecordCount(), 2000);
+  rs.Close();
+  db->Close();
+
+  EXPECT_FALSE(EnsureDemoDatabase(dir + "/no/such/folder/demo.db", out, err));
+  std::filesystem::remove_all(dir);
+}
+
+TEST(ScreenshotCheckTest, APictureIsBlankWhenItHasSoFewColours) {
+  TestApp();
+  char pattern[] = "/tmp/cp-picture-XXXXXX";
+  ASSERT_NE(mkdtemp(pattern), nullptr);
+  const std::string dir = pattern;
+
+  QImage plain(200, 100, QImage::Format_RGB32);
+  plain.fill(Qt::white);
+  EXPECT_EQ(DistinctColours(plain), 1);
+  ASSERT_TRUE(plain.save(QString::fromStdString(dir + "/plain.png")));
+  EXPECT_TRUE(LooksBlank(dir + "/plain.png"));
+  EXPECT_TRUE(LooksBlank(dir + "/missing.png"));
+
+  // A real window: text, frames and buttons give it many shades.
+  QWidget window;
+  window.resize(240, 120);
+  auto* label = new QLabel("Categorías: Vip; Inversor; ", &window);
+  label->move(10, 10);
+  auto* button = new QPushButton("Aceptar", &window);
+  button->move(10, 60);
+  ASSERT_TRUE(window.grab().save(QString::fromStdString(dir + "/window.png")));
+  EXPECT_FALSE(LooksBlank(dir + "/window.png"));
+  EXPECT_EQ(DistinctColours(QImage(QString::fromStdString(dir + "/window.png")), 8), 8);
+  std::filesystem::remove_all(dir);
+}
+
+}  // namespace
+}  // namespace cp::testing
