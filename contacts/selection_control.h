@@ -77,11 +77,11 @@ class SelectionControl {
   std::string Palabra() const;
   void setPalabra(const std::string& text);
   // Copies the caption of the chosen search field into txtPalabras and returns "".
-  std::string PalabraEn();
+  virtual std::string PalabraEn();
 
   // Persisted properties: "Pestania" and one "NomTab<i>" per tab.
   void ReadProperties(const form::PropertyBag& bag);
-  void WriteProperties(form::PropertyBag& bag) const;
+  virtual void WriteProperties(form::PropertyBag& bag) const;
   // True once a persisted property was changed since the last WriteProperties.
   bool PropertyChanged() const { return propertyChanged_; }
 

@@ -246,7 +246,7 @@ LocationCascade& SeleccionInm::Location() {
   return *cascade_;
 }
 
-std::string SeleccionInm::PalabraEn() const {
+std::string SeleccionInm::PalabraEn() {
   return Controls().Get<form::ComboBox>("cboEn").Text();
 }
 

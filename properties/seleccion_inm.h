@@ -62,14 +62,14 @@ class SeleccionInm : public SelectionControl {
   const std::array<CampoEn, 3>& En() const { return en_; }
 
   // The caption of the search field chosen in cboEn ("" when none).
-  std::string PalabraEn() const;
+  std::string PalabraEn() override;
 
   // The third tab's caption (persisted as "NomTab2").
   std::string NomTab2() const { return NomTab(2); }
   void setNomTab2(const std::string& caption) { setNomTab(2, caption); }
   // Writes this control's persisted properties: "Pestania", "NomTab0", "NomTab1",
   // "NomTab2" (the last two tabs keep their design-time captions). Reading is the base's.
-  void WriteProperties(form::PropertyBag& bag) const;
+  void WriteProperties(form::PropertyBag& bag) const override;
 
   // The location boxes' cascade; raises 91 when the initialisation could not create it.
   LocationCascade& Location();
