@@ -1,0 +1,360 @@
+// The view of a form model: what the user does with the widgets reaches the model through
+// its setters and events, and what code does to the model shows in the widgets, once.
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <string>
+#include <vector>
+
+#include "platform/core/date.h"
+#include "platform/core/error.h"
+#include "platform/form/check_box.h"
+#include "platform/form/combo_box.h"
+#include "platform/form/command_button.h"
+#include "platform/form/date_picker.h"
+#include "platform/form/frame.h"
+#include "platform/form/keys.h"
+#include "platform/form/label.h"
+#include "platform/form/ss_tab.h"
+#include "platform/form/text_box.h"
+#include "platform/form/user_control.h"
+#include "qt/form_view.h"
+#include "tests/qt/gui_dialog_support.h"
+
+namespace cp::testing {
+namespace {
+
+class FormViewTest : public ::testing::Test {
+ protected:
+  void SetUp() override { GuiApp(); }
+  void TearDown() override {
+    view_.reset();
+    FormView::TakePendingError();
+  }
+
+  void Show() {
+    view_ = std::make_unique<FormView>(form_);
+    ShowActive(*view_);
+  }
+  template <class W>
+  W* Widget(const char* name, int index = -1) {
+    auto* w = qobject_cast<W*>(view_->WidgetOf(name, index));
+    EXPECT_NE(w, nullptr) << name;
+    return w;
+  }
+  // Records an event of a control as "name:event".
+  auto Log(const std::string& entry) {
+    return [this, entry](auto&&...) { log_.push_back(entry); };
+  }
+
+  form::ControlContainer form_{"Prueba"};
+  std::unique_ptr<FormView> view_;
+  std::vector<std::string> log_;
+};
+
+TEST_F(FormViewTest, TypingReachesTheModelAndCodeReachesTheBoxOnce) {
+  auto& txt = form_.AddTextBox("txtNombre");
+  txt.Change.Connect(Log("Change"));
+  Show();
+  auto* edit = Widget<QLineEdit>("txtNombre");
+
+  TypeText(edit, QString::fromUtf8("Gómez"));
+  EXPECT_EQ(txt.Text(), "Gómez");
+  EXPECT_EQ(log_.size(), 5u) << "one Change per character typed";
+  EXPECT_EQ(txt.SelStart(), 5) << "the model's caret follows the user's";
+
+  log_.clear();
+  txt.setText("Ruiz");
+  EXPECT_EQ(edit->text(), QStringLiteral("Ruiz"));
+  EXPECT_EQ(log_.size(), 1u) << "the view must not feed the change back";
+}
+
+TEST_F(FormViewTest, KeyHandlersSeeEveryKeyAndMaySwallowIt) {
+  auto& txt = form_.AddTextBox("txtCodigo");
+  txt.KeyDown.Connect([](int& key, int& shift) {
+    if (key == 'X') key = 0;  // swallowed before it is typed
+  });
+  txt.KeyPress.Connect([](int& ascii) {
+    if (ascii >= '0' && ascii <= '9') ascii = 0;
+  });
+  std::vector<std::pair<int, int>> seen;
+  txt.KeyDown.Connect([&](int& key, int& shift) { seen.emplace_back(key, shift); });
+  Show();
+  auto* edit = Widget<QLineEdit>("txtCodigo");
+
+  QTest::keyClicks(edit, "aX1b");
+  EXPECT_EQ(txt.Text(), "ab");
+  QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+  QTest::keyClick(edit, Qt::Key_Delete, Qt::ControlModifier);
+  ASSERT_GE(seen.size(), 2u);
+  EXPECT_EQ(seen[seen.size() - 2], std::make_pair(form::vbKeyReturn, form::vbShiftMask));
+  EXPECT_EQ(seen.back(), std::make_pair(form::vbKeyDelete, form::vbCtrlMask));
+}
+
+TEST_F(FormViewTest, CheckBoxClicksCycleLikeTheOriginalAndGreyShowsAsPartial) {
+  auto& chk = form_.AddCheckBox("chkNuevo");
+  chk.setCaption("Nuevo");
+  // Delete greys the box, as the property control's boxes do.
+  chk.KeyDown.Connect([&chk](int& key, int&) {
+    if (key == form::vbKeyDelete) chk.setValue(form::vbGrayed);
+  });
+  chk.Click.Connect(Log("Click"));
+  Show();
+  auto* box = Widget<QCheckBox>("chkNuevo");
+  EXPECT_EQ(box->text(), QStringLiteral("Nuevo"));
+
+  const struct {
+    int before;
+    int after;
+    Qt::CheckState shown;
+  } cases[] = {{form::vbUnchecked, form::vbChecked, Qt::Checked},
+               {form::vbChecked, form::vbUnchecked, Qt::Unchecked},
+               {form::vbGrayed, form::vbChecked, Qt::Checked}};
+  for (const auto& c : cases) {
+    chk.setValue(c.before);
+    log_.clear();
+    QTest::mouseClick(box, Qt::LeftButton);
+    EXPECT_EQ(chk.Value(), c.after) << "from " << c.before;
+    EXPECT_EQ(box->checkState(), c.shown) << "from " << c.before;
+    EXPECT_EQ(log_.size(), 1u) << "one Click per click, from " << c.before;
+  }
+
+  box->setFocus();
+  QTest::keyClick(box, Qt::Key_Delete);
+  EXPECT_EQ(chk.Value(), form::vbGrayed);
+  EXPECT_EQ(box->checkState(), Qt::PartiallyChecked);
+  QTest::keyClick(box, Qt::Key_Space);  // the keyboard's click
+  EXPECT_EQ(chk.Value(), form::vbChecked);
+}
+
+TEST_F(FormViewTest, DropDownListFollowsTheModelBothWays) {
+  auto& cbo = form_.AddComboBox("cboOp");
+  cbo.AddItem("Al principio");
+  cbo.AddItem("En todo el texto");
+  cbo.Click.Connect(Log("Click"));
+  Show();
+  auto* box = Widget<QComboBox>("cboOp");
+  EXPECT_FALSE(box->isEditable());
+  EXPECT_EQ(box->currentIndex(), -1);
+
+  cbo.AddItem("Al final");  // added after the view was built
+  ASSERT_EQ(box->count(), 3);
+  EXPECT_EQ(box->itemText(2), QStringLiteral("Al final"));
+
+  box->setFocus();
+  QTest::keyClick(box, Qt::Key_Down);
+  EXPECT_EQ(cbo.ListIndex(), 0);
+  QTest::keyClick(box, Qt::Key_Down);
+  EXPECT_EQ(cbo.ListIndex(), 1);
+  EXPECT_EQ(log_.size(), 2u);
+
+  log_.clear();
+  cbo.setListIndex(2);
+  EXPECT_EQ(box->currentIndex(), 2);
+  EXPECT_EQ(log_.size(), 1u) << "only the model's own Click";
+  cbo.Clear();
+  EXPECT_EQ(box->count(), 0);
+}
+
+TEST_F(FormViewTest, DatePickerShowsSpanishDaysAndItsCheckBoxMeansNull) {
+  auto& dtp = form_.AddDTPicker("dtpAlta", 0);
+  dtp.setCustomFormat("dddd d/MM/yy");
+  dtp.setValue(Variant(MakeDate(2024, 3, 4)));  // a Monday
+  Show();
+  auto* edit = Widget<QDateEdit>("dtpAlta", 0);
+  QCheckBox* check = view_->DateCheck("dtpAlta", 0);
+  ASSERT_NE(check, nullptr);
+  EXPECT_EQ(edit->text(), QStringLiteral("lunes 4/03/24"));
+  EXPECT_TRUE(check->isChecked());
+
+  QTest::mouseClick(check, Qt::LeftButton);
+  EXPECT_TRUE(dtp.Value().IsNull());
+  EXPECT_FALSE(edit->isEnabled()) << "no date while unchecked";
+  QTest::mouseClick(check, Qt::LeftButton);
+  ASSERT_FALSE(dtp.Value().IsNull());
+  EXPECT_EQ(dtp.Value().AsDate(), MakeDate(2024, 3, 4));
+
+  edit->setFocus();
+  edit->setCurrentSection(QDateTimeEdit::DaySection);
+  QTest::keyClick(edit, Qt::Key_Up);  // the user steps the day
+  EXPECT_EQ(dtp.Value().AsDate(), MakeDate(2024, 3, 5));
+  EXPECT_EQ(edit->text(), QStringLiteral("martes 5/03/24"));
+
+  dtp.setValue(Variant::Null());
+  EXPECT_FALSE(check->isChecked());
+}
+
+TEST_F(FormViewTest, TabStripShowsEachFramesControlsOnItsPage) {
+  auto& tabs = form_.AddSSTab("tbsSelec", 2);
+  tabs.setTabCaption(0, "General");
+  tabs.setTabCaption(1, "Fechas");
+  auto& general = form_.AddFrame("fraSelec", 0);
+  auto& fechas = form_.AddFrame("fraSelec", 1);
+  general.setParent(&tabs, 0);
+  fechas.setParent(&tabs, 1);
+  form_.AddTextBox("txtA").setParent(&general);
+  form_.AddTextBox("txtB").setParent(&fechas);
+  std::vector<int> previous;
+  tabs.Click.Connect([&](int p) { previous.push_back(p); });
+  Show();
+  auto* strip = Widget<QTabWidget>("tbsSelec");
+  ASSERT_EQ(strip->count(), 2);
+  EXPECT_EQ(strip->tabText(1), QStringLiteral("Fechas"));
+  EXPECT_TRUE(strip->widget(0)->isAncestorOf(view_->WidgetOf("txtA")));
+  EXPECT_TRUE(strip->widget(1)->isAncestorOf(view_->WidgetOf("txtB")));
+
+  QTest::mouseClick(strip->tabBar(), Qt::LeftButton, {}, strip->tabBar()->tabRect(1).center());
+  EXPECT_EQ(tabs.Tab(), 1);
+  EXPECT_EQ(previous, std::vector<int>{0});
+  tabs.setTab(0);
+  EXPECT_EQ(strip->currentIndex(), 0);
+  EXPECT_EQ(previous, (std::vector<int>{0, 1})) << "no Click fed back by the view";
+}
+
+TEST_F(FormViewTest, EnabledAndVisibleFollowTheModelThroughFrames) {
+  auto& frame = form_.AddFrame("fraDatos");
+  frame.setCaption("Datos");
+  auto& txt = form_.AddTextBox("txtDentro");
+  txt.setParent(&frame);
+  auto& lbl = form_.AddLabel("lblFuera");
+  lbl.setCaption("Fuera");
+  Show();
+  QWidget* edit = view_->WidgetOf("txtDentro");
+  EXPECT_EQ(Widget<QLabel>("lblFuera")->text(), QStringLiteral("Fuera"));
+
+  frame.setEnabled(false);
+  EXPECT_FALSE(edit->isEnabled());
+  frame.setEnabled(true);
+  txt.setEnabled(false);
+  EXPECT_FALSE(edit->isEnabled());
+  txt.setEnabled(true);
+  EXPECT_TRUE(edit->isEnabled());
+
+  frame.setVisible(false);
+  EXPECT_FALSE(edit->isVisible());
+  frame.setVisible(true);
+  EXPECT_TRUE(edit->isVisible());
+  lbl.setVisible(false);
+  EXPECT_FALSE(view_->WidgetOf("lblFuera")->isVisible());
+}
+
+class FocusViewTest : public FormViewTest {
+ protected:
+  void SetUp() override {
+    FormViewTest::SetUp();
+    auto& a = form_.AddTextBox("txtA");
+    auto& b = form_.AddTextBox("txtB");
+    auto& ok = form_.AddCommandButton("cmdAceptar");
+    ok.setCaption("&Aceptar");
+    ok.Click.Connect(Log("Click cmdAceptar"));
+    for (form::TextBox* t : {&a, &b}) {
+      const std::string n = t->Name();
+      t->Validate.Connect([this, t, n](bool& cancel) {
+        log_.push_back("Validate " + n);
+        cancel = refuseEmpty_ && t->Text().empty();
+      });
+      t->LostFocus.Connect(Log("LostFocus " + n));
+      t->GotFocus.Connect(Log("GotFocus " + n));
+    }
+  }
+  bool refuseEmpty_ = false;
+};
+
+TEST_F(FocusViewTest, ModelAndRealFocusMoveTogether) {
+  Show();
+  form_.Item("txtB").SetFocus();
+  EXPECT_EQ(QApplication::focusWidget(), view_->WidgetOf("txtB"));
+
+  log_.clear();
+  QTest::keyClick(view_->WidgetOf("txtB"), Qt::Key_Tab);  // the user leaves the box
+  EXPECT_EQ(QApplication::focusWidget(), view_->WidgetOf("cmdAceptar"));
+  EXPECT_EQ(form_.ActiveControl(), &form_.Item("cmdAceptar"));
+  EXPECT_EQ(log_, (std::vector<std::string>{"Validate txtB", "LostFocus txtB"}));
+}
+
+TEST_F(FocusViewTest, CancelledValidateKeepsTheFocusAndTheButtonUnpressed) {
+  refuseEmpty_ = true;
+  Show();
+  form_.Item("txtA").SetFocus();
+  QWidget* a = view_->WidgetOf("txtA");
+
+  view_->WidgetOf("txtB")->setFocus(Qt::TabFocusReason);  // as a click in the other box
+  EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == a; }));
+  EXPECT_EQ(form_.ActiveControl(), &form_.Item("txtA"));
+
+  log_.clear();
+  QTest::mouseClick(view_->WidgetOf("cmdAceptar"), Qt::LeftButton);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == a; }));
+  EXPECT_EQ(log_, std::vector<std::string>{"Validate txtA"}) << "no Click after a refusal";
+
+  QTest::keyClicks(a, "algo");
+  log_.clear();
+  QTest::mouseClick(view_->WidgetOf("cmdAceptar"), Qt::LeftButton);
+  EXPECT_EQ(log_, (std::vector<std::string>{"Validate txtA", "LostFocus txtA",
+                                            "Click cmdAceptar"}));
+}
+
+TEST_F(FocusViewTest, AcceleratorPressesTheButtonAfterValidating) {
+  Show();
+  auto* button = Widget<QPushButton>("cmdAceptar");
+  EXPECT_EQ(button->text(), QStringLiteral("&Aceptar"));
+  form_.Item("txtA").SetFocus();
+  log_.clear();
+  QTest::keyClick(view_.get(), Qt::Key_A, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !log_.empty() && log_.back() == "Click cmdAceptar"; }));
+  EXPECT_EQ(log_.front(), "Validate txtA");
+}
+
+TEST_F(FormViewTest, UserControlIsANestedViewAndLeavingItValidatesIt) {
+  auto content = std::make_shared<form::ControlContainer>("SeleccionPrueba");
+  auto& inner = content->AddTextBox("txtDentro");
+  inner.Validate.Connect(Log("Validate txtDentro"));
+  form_.AddUserControl("Seleccion1", content);
+  form_.AddTextBox("txtFuera");
+  Show();
+  FormView* nested = view_->NestedView("Seleccion1");
+  ASSERT_NE(nested, nullptr);
+  auto* edit = qobject_cast<QLineEdit*>(nested->WidgetOf("txtDentro"));
+  ASSERT_NE(edit, nullptr);
+
+  inner.SetFocus();
+  EXPECT_EQ(QApplication::focusWidget(), edit);
+  QTest::keyClicks(edit, "abc");
+  EXPECT_EQ(inner.Text(), "abc");
+  view_->WidgetOf("txtFuera")->setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(log_, std::vector<std::string>{"Validate txtDentro"});
+  EXPECT_EQ(form_.ActiveControl(), &form_.Item("txtFuera"));
+
+  form_.Item("Seleccion1").setVisible(false);
+  EXPECT_FALSE(edit->isVisible());
+}
+
+TEST_F(FormViewTest, AnErrorInAHandlerIsKeptForTheCaller) {
+  auto& cmd = form_.AddCommandButton("cmdFalla");
+  cmd.Click.Connect([] { Raise(err::kTypeMismatch); });
+  int hooked = 0;
+  FormView::SetErrorHook([&] { ++hooked; });
+  Show();
+  QTest::mouseClick(view_->WidgetOf("cmdFalla"), Qt::LeftButton);
+  FormView::SetErrorHook(nullptr);
+  EXPECT_EQ(hooked, 1);
+  const std::exception_ptr error = FormView::TakePendingError();
+  ASSERT_TRUE(error);
+  try {
+    std::rethrow_exception(error);
+  } catch (const Error& e) {
+    EXPECT_EQ(e.number(), err::kTypeMismatch);
+  }
+  EXPECT_FALSE(FormView::TakePendingError()) << "taken once";
+}
+
+}  // namespace
+}  // namespace cp::testing

@@ -1,0 +1,177 @@
+// Layouts: the descriptions name real controls and place each one once; the generic rule
+// places any other container; on screen, labels line up, the "y" sits between its bounds,
+// pickers sit right of their box, the window fits a 1366x768 screen and Tab follows the
+// creation order.
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <set>
+
+#include "platform/core/error.h"
+#include "platform/form/frame.h"
+#include "platform/form/label.h"
+#include "qt/form_view.h"
+#include "qt/layouts.h"
+#include "qt/qt_modal_runner.h"
+#include "selection/frm_seleccion.h"
+#include "tests/qt/gui_dialog_support.h"
+#include "tests/selection/selection_fixture.h"
+
+namespace cp::testing {
+namespace {
+
+using layout::Cell;
+
+TEST(LayoutCells, ParsedFromTheirText) {
+  const struct {
+    const char* text;
+    Cell::Kind kind;
+    const char* name;
+    int index;
+    int width;
+  } cases[] = {
+      {"txtPais", Cell::Kind::Control, "txtPais", -1, 0},
+      {"txtPrecio(1)", Cell::Kind::Control, "txtPrecio", 1, 0},
+      {"txtPrecio(0):12", Cell::Kind::Control, "txtPrecio", 0, 12},
+      {"txtAltura:8", Cell::Kind::Control, "txtAltura", -1, 8},
+      {"", Cell::Kind::Blank, "", -1, 0},
+      {"|", Cell::Kind::Stretch, "", -1, 0},
+  };
+  for (const auto& c : cases) {
+    const Cell cell = layout::ParseCell(c.text);
+    EXPECT_EQ(cell.kind, c.kind) << c.text;
+    EXPECT_EQ(cell.name, c.name) << c.text;
+    EXPECT_EQ(cell.index, c.index) << c.text;
+    EXPECT_EQ(cell.widthChars, c.width) << c.text;
+  }
+  for (const char* bad : {"txt(", "txt(a)", "txt:x", "(1)", "txt:-2"})
+    EXPECT_THROW(layout::ParseCell(bad), Error) << bad;
+}
+
+// Every control placed exactly once, and every name a description uses exists.
+void ExpectDescribedCompletely(const form::ControlContainer& c) {
+  std::multiset<const form::Control*> placed;
+  for (const auto& row : layout::PlanRows(c))
+    for (const auto& cell : row.cells)
+      if (cell.control) placed.insert(cell.control);
+  for (const form::Control* control : c.Controls())
+    EXPECT_EQ(placed.count(control), 1u) << c.Name() << "." << control->Name();
+  EXPECT_EQ(placed.size(), c.Controls().size());
+  const auto rows = layout::DescriptionFor(c.Name());
+  EXPECT_FALSE(rows.empty()) << c.Name();
+  for (const auto& row : rows)
+    for (const std::string& text : row) {
+      const Cell cell = layout::ParseCell(text);
+      if (cell.kind == Cell::Kind::Control)
+        EXPECT_NE(c.Find(cell.name, cell.index), nullptr) << c.Name() << ": " << text;
+    }
+}
+
+class DialogLayoutTest : public SelectionTest {
+ protected:
+  void SetUp() override {
+    GuiApp();
+    SelectionTest::SetUp();
+  }
+};
+
+TEST_F(DialogLayoutTest, DescriptionsCoverTheDialogAndBothControls) {
+  frmSeleccion& dlg = sel_->Dialog();
+  ExpectDescribedCompletely(dlg.Controls());
+  ExpectDescribedCompletely(dlg.SeleccionCli1().Controls());
+  ExpectDescribedCompletely(dlg.SeleccionInm1().Controls());
+}
+
+TEST(LayoutFallback, LabelStartsARowAndContainersStandAlone) {
+  form::ControlContainer c("Otro");
+  c.AddLabel("lblUno");
+  c.AddTextBox("txtUno");
+  c.AddCommandButton("cmdUno");
+  c.AddLabel("lblDos");
+  c.AddCheckBox("chkDos");
+  auto& frame = c.AddFrame("fraTres");
+  c.AddTextBox("txtTres").setParent(&frame);
+  c.AddCommandButton("cmdSuelto");
+  const auto rows = layout::PlanRows(c);
+  std::vector<std::vector<std::string>> names;
+  for (const auto& row : rows) {
+    names.emplace_back();
+    for (const auto& cell : row.cells) names.back().push_back(cell.control->Name());
+  }
+  // Rows of one area keep creation order; the frame's own row belongs to the frame.
+  EXPECT_EQ(names, (std::vector<std::vector<std::string>>{{"lblUno", "txtUno", "cmdUno"},
+                                                          {"lblDos", "chkDos"},
+                                                          {"fraTres"},
+                                                          {"cmdSuelto"},
+                                                          {"txtTres"}}));
+  EXPECT_TRUE(rows[0].labelled);
+  EXPECT_FALSE(rows[2].labelled);
+  EXPECT_EQ(rows[3].area, layout::Area{});
+  EXPECT_EQ(rows[4].area, (layout::Area{&frame, -1}));
+}
+
+TEST_F(DialogLayoutTest, PropertyControlOnScreen) {
+  frmSeleccion& dlg = sel_->Dialog();
+  dlg.cboEntidad().setText("Inm. Propios");
+  SelectionWindow window(dlg);
+  ShowActive(window);
+  EXPECT_LE(window.width(), 1366);
+  EXPECT_LE(window.height(), 768 - 60);  // room for a task bar and the title
+  FormView* inm = window.View().NestedView("SeleccionInm1");
+  ASSERT_NE(inm, nullptr);
+  const auto at = [&](const char* name, int index = -1) {
+    QWidget* w = inm->WidgetOf(name, index);
+    return QRect(w->mapTo(&window, QPoint(0, 0)), w->size());
+  };
+  // Labels and boxes in columns; the picker right of its box on the same row.
+  EXPECT_EQ(at("lblPais").left(), at("lblProvincia").left());
+  EXPECT_EQ(at("txtPais").left(), at("txtProvincia").left());
+  EXPECT_EQ(at("txtPais").left(), at("txtPrecio", 0).left());
+  EXPECT_GT(at("cmdPais").left(), at("txtPais").right());
+  EXPECT_NEAR(at("cmdPais").center().y(), at("txtPais").center().y(), 3);
+  // "y" between the two bounds, on their row.
+  EXPECT_GT(at("lbly1").left(), at("txtPrecio", 0).right());
+  EXPECT_LT(at("lbly1").right(), at("txtPrecio", 1).left());
+  EXPECT_NEAR(at("lbly1").center().y(), at("txtPrecio", 1).center().y(), 3);
+  auto* tabs = static_cast<QTabWidget*>(inm->WidgetOf("tbsSelec"));
+  EXPECT_EQ(tabs->tabText(2), QString::fromUtf8(" Características "));
+
+  // Tab walks the creation order: box, its picker, the next box.
+  window.activateWindow();
+  inm->WidgetOf("txtInmueble")->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), inm->WidgetOf("cmdInmueble"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), inm->WidgetOf("txtOperacion"));
+  window.close();
+}
+
+TEST_F(DialogLayoutTest, ContactDatesRowsLineUp) {
+  frmSeleccion& dlg = sel_->Dialog();
+  dlg.cboEntidad().setText("Clientes");
+  SelectionWindow window(dlg);
+  ShowActive(window);
+  FormView* cli = window.View().NestedView("SeleccionCli1");
+  ASSERT_NE(cli, nullptr);
+  QTabBar* bar = static_cast<QTabWidget*>(cli->WidgetOf("tbsSelec"))->tabBar();
+  QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(1).center());  // "Fechas"
+  EXPECT_EQ(dlg.SeleccionCli1().Controls().ActiveControl(),
+            &dlg.SeleccionCli1().Controls().Item("dtpAlta", 0))
+      << "the tab's first input has the focus";
+  const auto at = [&](const char* name, int index = -1) {
+    QWidget* w = cli->WidgetOf(name, index);
+    return QRect(w->mapTo(&window, QPoint(0, 0)), w->size());
+  };
+  ASSERT_TRUE(cli->WidgetOf("dtpAlta", 0)->isVisible());
+  EXPECT_EQ(at("dtpAlta", 0).left(), at("dtpTransmision", 0).left());
+  EXPECT_EQ(at("dtpAlta", 1).left(), at("dtpActualiza", 1).left());
+  EXPECT_GT(at("lblAlta2").left(), at("dtpAlta", 0).right());
+  EXPECT_LT(at("lblAlta2").right(), at("dtpAlta", 1).left());
+  window.close();
+}
+
+}  // namespace
+}  // namespace cp::testing
