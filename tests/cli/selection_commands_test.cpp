@@ -157,7 +157,10 @@ TEST_F(SelectionCommandsTest, Failures) {
   missingFile.restore = dir_->File("no-existe.json");
   EXPECT_EQ(RunWhere(missingFile).status, kExitError);
   std::ostringstream out, err;
-  EXPECT_EQ(Where({dir_->File("no-existe.db"), "Clientes"}, out, err), kExitError);
+  WhereOptions missingDb;
+  missingDb.db = dir_->File("no-existe.db");
+  missingDb.entity = "Clientes";
+  EXPECT_EQ(Where(missingDb, out, err), kExitError);
   EXPECT_NE(err.str().find("no-existe.db"), std::string::npos);
 }
 
