@@ -70,7 +70,9 @@ TEST(CLngAndCInt, RoundHalfToEven) {
                {2.4999, 2}, {2.5001, 3}, {-0.4, 0}, {150000.5, 150000}};
   for (const auto& c : cases) {
     EXPECT_EQ(CLng(Variant(c.in)), c.out) << c.in;
-    if (c.out < 32768) EXPECT_EQ(CInt(Variant(c.in)), c.out) << c.in;
+    if (c.out < 32768) {
+      EXPECT_EQ(CInt(Variant(c.in)), c.out) << c.in;
+    }
   }
   EXPECT_EQ(CLng(Variant("2,5")), 2);
   EXPECT_EQ(CLng(Variant("3,5")), 4);

@@ -65,8 +65,9 @@ void ExpectDescribedCompletely(const form::ControlContainer& c) {
   for (const auto& row : rows)
     for (const std::string& text : row) {
       const Cell cell = layout::ParseCell(text);
-      if (cell.kind == Cell::Kind::Control)
+      if (cell.kind == Cell::Kind::Control) {
         EXPECT_NE(c.Find(cell.name, cell.index), nullptr) << c.Name() << ": " << text;
+      }
     }
 }
 
