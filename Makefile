@@ -24,6 +24,7 @@ test-sanitize: deps
 	cmake --build $(SANITIZE_BUILD) -j $(JOBS)
 	cd $(SANITIZE_BUILD) && ctest --output-on-failure -j $(JOBS)
 
+# The demo host window when $$DISPLAY or $$WAYLAND_DISPLAY is set, else the command-line walkthrough.
 demo: build
 	./scripts/demo.sh $(BUILD)
 

@@ -16,7 +16,9 @@ namespace {
 
 constexpr int kMinWidth = 320;
 constexpr int kMaxWidth = 1000;
-constexpr int kHeight = 440;
+constexpr int kMinHeight = 260;
+constexpr int kMaxHeight = 480;
+constexpr int kRowsShownAtMost = 16;
 
 QString CaseKey(const QString& value) { return value.toCaseFolded(); }
 
@@ -57,7 +59,6 @@ ListPickerWindow::ListPickerWindow(const QString& title, int widthPixels,
     : QDialog(parent) {
   setWindowTitle(title);
   setModal(true);
-  resize(widthPixels, kHeight);
 
   filter_ = new QLineEdit(this);
   filter_->setObjectName(QStringLiteral("txtFiltro"));
@@ -68,6 +69,7 @@ ListPickerWindow::ListPickerWindow(const QString& title, int widthPixels,
   list_->setObjectName(QStringLiteral("lstValores"));
   list_->setUniformItemSizes(true);
   list_->setAlternatingRowColors(true);
+  list_->setSpacing(1);
 
   count_ = new QLabel(this);
   count_->setObjectName(QStringLiteral("lblMarcados"));
@@ -120,6 +122,13 @@ ListPickerWindow::ListPickerWindow(const QString& title, int widthPixels,
   connect(list_, &QListWidget::itemActivated, this, &ListPickerWindow::Toggle);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+  // Tall enough for the list without scrolling up to a point, and no taller.
+  const int rowHeight = list_->count() > 0 ? list_->sizeHintForRow(0) + 2 * list_->spacing() : 0;
+  const int chrome = sizeHint().height() - list_->sizeHint().height();
+  const int height = chrome + rowHeight * std::min(list_->count(), kRowsShownAtMost) +
+                     2 * list_->frameWidth() + 8;
+  resize(widthPixels, std::clamp(height, kMinHeight, kMaxHeight));
 
   filter_->installEventFilter(this);
   list_->installEventFilter(this);

@@ -1,16 +1,25 @@
 #!/usr/bin/env bash
-# The main job: a walkthrough of the component on the embedded SQLite demo database.
+# The main job: the component at work on the embedded SQLite demo database. With a display
+# it opens the demo host window; without one it walks through a contact selection, a
+# property selection and a cross-match on the command line.
 # Usage: scripts/demo.sh BUILD_DIR. Creates demo.db beside the build output when missing.
 set -euo pipefail
 build=${1:-build}
 tool="$build/cli/criteriopredios"
+window="$build/qt/demo/criteriopredios-demo"
 db="$build/demo.db"
 if [ ! -f "$db" ]; then
   "$tool" init-db --db "$db" --demo --size 2000
 fi
 
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && [ -x "$window" ]; then
+  echo "Abriendo la ventana de demostración sobre $db ..."
+  exec "$window" --db "$db"
+fi
+
 section() { printf '\n== %s ==\n' "$1"; }
-first_rows() { head -n "${1:-6}" | cut -c1-160; }
+# Reads everything it is given, so the tool never writes into a closed pipe (pipefail).
+first_rows() { sed -n "1,${1:-6}p" | cut -c1-160; }
 
 section "Clientes cuyo apellido empieza por «garcía», dados de alta desde el 1/3/2020"
 "$tool" query where --db "$db" --entity Clientes \
@@ -25,3 +34,7 @@ section "Cruce: la demanda 1 contra los inmuebles propios"
 "$tool" query cross --db "$db" --id 1 --from Demandas --to 'Inm. Propios' | first_rows
 
 printf '\nMás: %s --help (where, cross, query, sql, translate, init-db).\n' "$tool"
+printf '\nNo hay pantalla ($DISPLAY): ésta ha sido la versión de línea de órdenes.\n'
+printf 'La ventana: en un escritorio, make demo; sin él, una imagen del diálogo con\n'
+printf '  xvfb-run -a %s --db %s --screenshot dialogo.png --entity Clientes\n' "$window" "$db"
+printf 'y las de docs/ (README, «Capturas»).\n'

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QMessageBox>
 #include <QPixmap>
 #include <QThread>
 #include <QWidget>
@@ -80,8 +81,20 @@ int TakeScreenshot(CSeleccion& selection, const ScreenshotRequest& request, std:
       failure = "No se puede escribir '" + request.file + "'.";
     }
   };
-  ModalWatch dialogWatch([](QWidget&) { return true; }, [&](QWidget& window) {
+  // A message box (an error the component reports) would wait for a person: it is read,
+  // closed and counted as the failure.
+  ModalWatch messageWatch([](QWidget& w) { return qobject_cast<QMessageBox*>(&w) != nullptr; },
+                          [&](QWidget& w) {
+                            auto& box = static_cast<QMessageBox&>(w);
+                            failure = "Mensaje inesperado: " + box.text().toStdString();
+                            box.done(QMessageBox::Cancel);
+                          });
+  ModalWatch dialogWatch([](QWidget& w) { return qobject_cast<QMessageBox*>(&w) == nullptr; },
+                         [&](QWidget& window) {
     try {
+      // The window is activated first (the focus goes to the first criterion), as for a
+      // person, before another tab is chosen.
+      Settle();
       if (request.tab >= 0) shown->Controls().Get<form::SSTab>("tbsSelec").setTab(request.tab);
       if (request.picker.empty()) {
         picture(window);

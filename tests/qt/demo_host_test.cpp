@@ -26,6 +26,10 @@
 #include "qt/demo/demo_database.h"
 #include "qt/demo/host_window.h"
 #include "qt/demo/screenshot.h"
+#include "qt/qt_list_picker.h"
+#include "qt/qt_modal_runner.h"
+#include "common/list_picker.h"
+#include "platform/automation/registry.h"
 #include "selection/modal_runner.h"
 #include "tests/common/common_fixture.h"
 #include "tests/qt/picker_test_support.h"
@@ -235,6 +239,33 @@ TEST_F(DemoHostTest, ContactsCannotBeCrossed) {
   EXPECT_FALSE(host_->crossButton().isEnabled());
   EXPECT_FALSE(host_->CrossSelected());
   EXPECT_EQ(host_->ListedEntity(), "Clientes");
+}
+
+// Pictures through the real modal window, as --screenshot takes them.
+TEST_F(DemoHostTest, ScreenshotsOfATabAndOfAListWindowShowThemAndCloseEverything) {
+  ScopedModalRunner runner(std::make_shared<QtModalRunner>());
+  const auto previous = RegisterQtListPicker();
+  std::ostringstream err;
+  const std::string tab = dir_ + "/fechas.png", list = dir_ + "/lista.png";
+  EXPECT_EQ(TakeScreenshot(host_->selection(), {tab, "Clientes", 1, ""}, err), 0) << err.str();
+  EXPECT_FALSE(LooksBlank(tab));
+  EXPECT_EQ(TakeScreenshot(host_->selection(), {list, "Clientes", -1, "cmdCategorias"}, err), 0)
+      << err.str();
+  const QImage picture(QString::fromStdString(list));
+  EXPECT_FALSE(LooksBlank(list));
+  EXPECT_LT(picture.width(), 700);  // the list window, not the dialog behind it
+
+  // Failures are told, and leave no window open.
+  EXPECT_EQ(TakeScreenshot(host_->selection(), {dir_ + "/x.png", "Clientes", 7, ""}, err), 2);
+  EXPECT_EQ(TakeScreenshot(host_->selection(), {dir_ + "/y.png", "Clientes", -1, "cmdNoHay"}, err), 2);
+  EXPECT_EQ(TakeScreenshot(host_->selection(), {dir_ + "/z.png", "Nadie", -1, ""}, err), 2);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  EXPECT_FALSE(std::filesystem::exists(dir_ + "/x.png"));
+  if (previous) {
+    RegisterProgId(kListPickerProgId, *previous);
+  } else {
+    UnregisterProgId(kListPickerProgId);
+  }
 }
 
 TEST(DemoDatabaseTest, CreatesTheDemoDatabaseOnlyWhenMissing) {
