@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/schema.h"
+#include "tests/support/agency_db.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
@@ -59,13 +59,7 @@ INSERT INTO Codigo VALUES ('A7', 'Alfa'), ('B2', 'Beta');
 class CriteriaTest : public CommonTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = (std::filesystem::temp_directory_path() /
-             ("cp_criteria_" + std::to_string(::getpid()) + ".sqlite"))
-                .string();
-    std::filesystem::remove(path_);
-    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
-    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
-    db.ExecuteNative(kFixtureRows);
+    path_ = CreateAgencyDb("cp_criteria", kFixtureRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 

@@ -1,6 +1,7 @@
 // The location boxes of the property control driven as a user drives them: typing, leaving a
 // box, Shift+Enter and the picker buttons, with the picker answered by the scripted list
 // component and messages read from the scripted messenger.
+#include "tests/support/agency_db.h"
 #include "properties/location_cascade.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,6 @@
 #include <filesystem>
 #include <set>
 
-#include "cli/schema.h"
 #include "common/scripted_list_picker.h"
 #include "common/shared_state.h"
 #include "criteria/cfield_linker.h"
@@ -51,13 +51,7 @@ const char* const kButtons[] = {"cmdPais", "cmdProvincia", "cmdPoblacion", "cmdZ
 class LocationCascadeTest : public CommonTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = (std::filesystem::temp_directory_path() /
-             ("cp_location_" + std::to_string(::getpid()) + ".sqlite"))
-                .string();
-    std::filesystem::remove(path_);
-    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
-    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
-    db.ExecuteNative(kGeography);
+    path_ = CreateAgencyDb("cp_location", kGeography);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/schema.h"
+#include "tests/support/agency_db.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
@@ -121,13 +121,7 @@ inline std::string DescribeMessages(const ScriptedMessenger& m) {
 class PropertyTest : public CommonTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = (std::filesystem::temp_directory_path() /
-             ("cp_properties_" + std::to_string(::getpid()) + ".sqlite"))
-                .string();
-    std::filesystem::remove(path_);
-    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
-    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
-    db.ExecuteNative(kPropertyRows);
+    path_ = CreateAgencyDb("cp_properties", kPropertyRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 

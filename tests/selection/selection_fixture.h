@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/schema.h"
+#include "tests/support/agency_db.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
@@ -45,13 +45,7 @@ INSERT INTO TipoCategoria (IdTipoCategoria, Nombre) VALUES (1, 'Inversor'), (2, 
 class SelectionTest : public CommonTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = (std::filesystem::temp_directory_path() /
-             ("cp_selection_" + std::to_string(::getpid()) + ".sqlite"))
-                .string();
-    std::filesystem::remove(path_);
-    sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
-    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
-    db.ExecuteNative(kContactRows);
+    path_ = CreateAgencyDb("cp_selection", kContactRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 
