@@ -95,6 +95,7 @@ ListPickerWindow::ListPickerWindow(const QString& title, int widthPixels,
   for (const QString& value : wanted) wantedKeys.insert(CaseKey(value));
   QSet<QString> listed;
   for (const QString& value : values) {
+    if (listed.contains(CaseKey(value))) continue;  // a statement may repeat a value
     auto* item = new QListWidgetItem(value, list_);
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
     item->setCheckState(wantedKeys.contains(CaseKey(value)) ? Qt::Checked : Qt::Unchecked);
@@ -109,12 +110,9 @@ ListPickerWindow::ListPickerWindow(const QString& title, int widthPixels,
     listed.insert(CaseKey(value));
   }
   // The first ticked value is brought into view; otherwise the first row is current.
-  for (int row = 0; row < list_->count(); ++row) {
-    if (list_->item(row)->checkState() == Qt::Checked || row == list_->count() - 1) {
-      list_->setCurrentRow(list_->item(row)->checkState() == Qt::Checked ? row : 0);
-      break;
-    }
-  }
+  int current = 0;
+  while (current < list_->count() && list_->item(current)->checkState() != Qt::Checked) ++current;
+  if (list_->count() > 0) list_->setCurrentRow(current < list_->count() ? current : 0);
 
   connect(filter_, &QLineEdit::textChanged, this, &ListPickerWindow::ApplyFilter);
   connect(list_, &QListWidget::itemChanged, this, &ListPickerWindow::ShowTickedCount);

@@ -123,6 +123,17 @@ TEST_F(QtListPickerTest, TheRowsOfTheStatementReplaceTheTable) {
   EXPECT_TRUE(user->Acted());
 }
 
+TEST_F(QtListPickerTest, AValueTheStatementRepeatsIsListedOnce) {
+  auto user = AsUserIn<ListPickerWindow>([](ListPickerWindow& w) {
+    EXPECT_EQ(Listed(w), QStringList({"Vip", "Inversor"}));
+    Click(w.acceptButton());
+  });
+  EXPECT_EQ(VerListadoMult("vip", "TipoCategoria", "Nombre", false, false, false, 3000,
+                           "Categorías", "SELECT Nombre FROM TipoCategoria WHERE IdTipoCategoria IN (1, 6, 2) ORDER BY IdTipoCategoria DESC"),
+            "Vip; ");
+  EXPECT_TRUE(user->Acted());
+}
+
 TEST_F(QtListPickerTest, PreTicksTheValuesOfTheCriterionAndAcceptingUntouchedNormalisesThem) {
   struct Case {
     std::string text;
