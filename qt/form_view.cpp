@@ -314,6 +314,9 @@ void FormView::CreateWidget(form::Control& control) {
     b->dateEdit = new QDateEdit(holder);
     b->dateEdit->setLocale(QLocale(QLocale::Spanish, QLocale::Spain));
     b->dateEdit->setCalendarPopup(true);
+    // Wide enough for the longest day name in the display format ("miércoles 30/12/26").
+    b->dateEdit->setMinimumWidth(
+        b->dateEdit->fontMetrics().horizontalAdvance(QStringLiteral("miércoles 30/12/26")) + 44);
     row->addWidget(b->dateCheck);
     row->addWidget(b->dateEdit);
     b->outer = holder;
@@ -385,6 +388,7 @@ void FormView::PlaceRows() {
     if (b->tabs) areaWidget({b->control, 0});
 
   std::map<QWidget*, bool> expands;  // areas holding a widget that takes the spare height
+  std::map<QWidget*, int> stackedRow;  // per area, the row of the last user control placed
   for (const layout::PlacedRow& row : layout::PlanRows(*container_)) {
     QWidget* area = areaWidget(row.area);
     auto& [grid, r] = gridOf(area);
@@ -394,8 +398,16 @@ void FormView::PlaceRows() {
       first = 1;
     }
     // A row of one frame, tab strip or user control gets the whole width and spare height.
+    // User controls that follow each other share one cell: only one of them is visible at a
+    // time (the dialog's two criteria controls), so the hidden one must not keep a row.
     if (!row.labelled && row.cells.size() == 1) {
       Binding* b = BindingOf(*row.cells[0].control);
+      const auto previous = stackedRow.find(area);
+      if (b->nested && previous != stackedRow.end() && previous->second == r - 1) {
+        grid->addWidget(b->outer, r - 1, 0, 1, 2);
+        continue;
+      }
+      if (b->nested) stackedRow[area] = r;
       if (b->area || b->tabs || b->nested) {
         grid->addWidget(b->outer, r, 0, 1, 2);
         grid->setRowStretch(r, 1);
