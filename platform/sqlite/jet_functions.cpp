@@ -223,7 +223,15 @@ void LikeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
   }
   std::string_view source = TextOf(argv[0]);
   std::string_view escape = argc > 2 ? TextOf(argv[2]) : std::string_view();
-  std::u32string text = CodePoints(Fold(TextOf(argv[1]), false));
+  // The folded text is rebuilt for every row: keep its buffer, and skip utf8proc for ASCII.
+  static thread_local std::u32string text;
+  const std::string_view value = TextOf(argv[1]);
+  text.clear();
+  if (IsAscii(value)) {
+    for (char c : value) text.push_back(static_cast<char32_t>(AsciiLower(c)));
+  } else {
+    text = CodePoints(Fold(value, false));
+  }
   // A constant pattern is compiled once per statement and kept as SQLite's auxiliary data.
   auto* cached = static_cast<Pattern*>(sqlite3_get_auxdata(ctx, 0));
   if (cached && cached->source == source && cached->escape == escape) {
