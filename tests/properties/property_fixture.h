@@ -25,6 +25,7 @@
 #include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
 #include "tests/common/common_fixture.h"
+#include "tests/support/host_test.h"
 
 namespace cp::testing {
 
@@ -118,25 +119,13 @@ inline std::string DescribeMessages(const ScriptedMessenger& m) {
   return all;
 }
 
-class PropertyTest : public CommonTest {
+class PropertyTest : public HostTest {
  protected:
   static void SetUpTestSuite() {
     path_ = CreateAgencyDb("cp_properties", kPropertyRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 
-  void SetUp() override {
-    CommonTest::SetUp();
-    SetFixedNow(MakeDate(2026, 11, 15, 10, 30, 0));
-    sel_ = std::make_unique<CSeleccion>();
-    sel_->setBD(dao::OpenDatabase(path_));
-    sel_->setPathDB(path_);
-  }
-  void TearDown() override {
-    sel_.reset();
-    setBD(nullptr);
-    CommonTest::TearDown();
-  }
 
   frmSeleccion& Dlg() { return sel_->Dialog(); }
   SeleccionInm& Inm() { return Dlg().SeleccionInm1(); }
@@ -185,8 +174,6 @@ class PropertyTest : public CommonTest {
     return labels;
   }
 
-  std::unique_ptr<CSeleccion> sel_;
-  static inline std::string path_;
 };
 
 }  // namespace cp::testing

@@ -23,6 +23,7 @@
 #include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
 #include "tests/common/common_fixture.h"
+#include "tests/support/host_test.h"
 
 namespace cp::testing {
 
@@ -42,25 +43,13 @@ INSERT INTO CorreoECli (IdCliente, Numero) VALUES (3, 'juan@garcia.es'), (5, 'ru
 INSERT INTO TipoCategoria (IdTipoCategoria, Nombre) VALUES (1, 'Inversor'), (2, 'Vip');
 )SQL";
 
-class SelectionTest : public CommonTest {
+class SelectionTest : public HostTest {
  protected:
   static void SetUpTestSuite() {
     path_ = CreateAgencyDb("cp_selection", kContactRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 
-  void SetUp() override {
-    CommonTest::SetUp();
-    SetFixedNow(MakeDate(2026, 11, 15, 10, 30, 0));
-    sel_ = std::make_unique<CSeleccion>();
-    sel_->setBD(dao::OpenDatabase(path_));
-    sel_->setPathDB(path_);
-  }
-  void TearDown() override {
-    sel_.reset();
-    setBD(nullptr);
-    CommonTest::TearDown();
-  }
 
   // Shows the dialog with script acting as the user; returns what mtdMostrar returns.
   bool Show(std::function<void(frmSeleccion&)> script) {
@@ -84,8 +73,6 @@ class SelectionTest : public CommonTest {
   }
   std::vector<long> Clients(const std::string& where) { return Ids("Cliente", "IdCliente", where); }
 
-  std::unique_ptr<CSeleccion> sel_;
-  static inline std::string path_;
 };
 
 }  // namespace cp::testing
