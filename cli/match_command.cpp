@@ -8,6 +8,7 @@
 #include "cli/commands.h"
 #include "cli/selection_commands.h"
 #include "common/console_messenger.h"
+#include "common/entity_catalogue.h"
 #include "common/messenger.h"
 #include "common/scripted_list_picker.h"
 #include "common/shared_state.h"
@@ -18,17 +19,6 @@
 
 namespace cp::cli {
 namespace {
-
-struct Source {
-  const char* entity;
-  const char* table;
-  const char* key;
-  const char* defaultTarget;
-};
-
-constexpr Source kSources[] = {{"Demandas", "Demanda", "IdDemanda", "Inm. Propios"},
-                               {"Inm. Propios", "IPropio", "IdIPropio", "Demandas"},
-                               {"Inm. Ajenos", "IAjeno", "IdIAjeno", "Demandas"}};
 
 // The entity pairs that crossing fills: a demand into own or other-agency properties, a
 // property into demands.
@@ -41,10 +31,14 @@ bool Fills(const std::string& from, const std::string& to) {
 
 int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
           const MatchProgress& progress) {
-  const Source* source = nullptr;
-  for (const Source& s : kSources)
-    if (options.from == s.entity) source = &s;
-  const std::string to = options.to.empty() && source ? source->defaultTarget : options.to;
+  // The records that crossing reads: demands, own and other agencies' properties.
+  const bool fromDemand = options.from == "Demandas";
+  const EntityInfo* source =
+      fromDemand || options.from == "Inm. Propios" || options.from == "Inm. Ajenos"
+          ? FindEntity(options.from)
+          : nullptr;
+  const std::string to =
+      options.to.empty() ? (fromDemand ? "Inm. Propios" : "Demandas") : options.to;
   if (!source || !Fills(options.from, to)) {
     err << "No se puede cruzar «" << options.from << "» con «" << to
         << "»: se cruzan demandas con inmuebles propios o ajenos, e inmuebles propios o "

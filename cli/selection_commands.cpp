@@ -8,6 +8,7 @@
 
 #include "cli/commands.h"
 #include "common/console_messenger.h"
+#include "common/entity_catalogue.h"
 #include "common/messenger.h"
 #include "common/scripted_list_picker.h"
 #include "common/shared_state.h"
@@ -190,21 +191,12 @@ Variant NameList(const std::vector<std::string>& names) {
 }  // namespace
 
 std::string HostQuery(const std::string& entity, const std::string& condition) {
-  static const std::pair<const char*, const char*> kTables[] = {
-      {"Clientes", "Cliente"},          {"Clientes Archivados", "Cliente"},
-      {"Abogados", "Abogado"},          {"Agencias", "Agencia"},
-      {"Clientes Contrarios", "ClienteContrario"}, {"Procuradores", "Procurador"},
-      {"Clientes Contrarios Archivados", "ClienteContArch"},
-      {"Inm. Propios", "IPropio"},      {"Inm. Ajenos", "IAjeno"},
-      {"Inm. Archivados", "IArchivado"}, {"Inm. Vendidos", "IVendido"},
-      {"Demandas", "Demanda"}};
-  std::string table;
-  for (const auto& [name, t] : kTables)
-    if (entity == name) table = t;
-  if (table.empty()) throw Error(err::kInvalidProcedureCall, "Entidad desconocida: '" + entity + "'.");
+  const EntityInfo* e = FindEntity(entity);
+  if (!e) throw Error(err::kInvalidProcedureCall, "Entidad desconocida: '" + entity + "'.");
+  const std::string table = e->table;
   std::string sql = "SELECT " + table + ".* FROM " + table;
   // Property and demand conditions may name the owner ("Propietario" searches Cliente.Alias).
-  if (table[0] == 'I' || table == "Demanda")
+  if (e->control == CriteriaControlKind::Properties)
     sql += " LEFT JOIN Cliente ON Cliente.IdCliente = " + table + ".IdCliente";
   if (!condition.empty()) sql += " WHERE " + condition;
   return sql;

@@ -1,5 +1,6 @@
 #include "contacts/seleccion_cli.h"
 
+#include "common/entity_catalogue.h"
 #include "common/error_handler.h"
 #include "common/list_picker.h"
 #include "common/sql_text.h"
@@ -16,26 +17,6 @@
 
 namespace cp {
 namespace {
-
-struct EntityColumns {
-  const char* entidad;
-  const char* tabla;
-  const char* campoId;
-  const char* tfno;
-  const char* correo;
-};
-
-constexpr EntityColumns kEntities[] = {
-    {"Clientes", "Cliente", "IdCliente", "TfnoCli", "CorreoECli"},
-    {"Clientes Archivados", "Cliente", "IdCliente", "TfnoCli", "CorreoECli"},
-    {"Abogados", "Abogado", "IdAbogado", "TfnoAbogado", "CorreoEAbogado"},
-    {"Agencias", "Agencia", "IdAgencia", "TfnoAgencia", "CorreoEAgencia"},
-    {"Clientes Contrarios", "ClienteContrario", "IdClienteContrario", "TfnoCliCont",
-     "CorreoECliCont"},
-    {"Procuradores", "Procurador", "IdProcurador", "TfnoProcurador", "CorreoEProcurador"},
-    {"Clientes Contrarios Archivados", "ClienteContArch", "IdClienteContArch",
-     "TfnoCliContArch", "CorreoECliContArch"},
-};
 
 // Date pickers and the column each one bounds.
 struct DateColumn {
@@ -187,15 +168,12 @@ void SeleccionCli::txtCategorias_KeyDown(int& keyCode, int& shift) {
 }
 
 void SeleccionCli::setSelecEn(const std::string& entidad) {
-  for (const EntityColumns& e : kEntities) {
-    if (entidad == e.entidad) {
-      tabla_ = e.tabla;
-      campoId_ = e.campoId;
-      tablaTfno_ = e.tfno;
-      tablaCorreo_ = e.correo;
-      return;
-    }
-  }
+  const EntityInfo* e = FindEntity(entidad);
+  if (!e || e->control != CriteriaControlKind::Contacts) return;
+  tabla_ = e->table;
+  campoId_ = e->key;
+  tablaTfno_ = e->phones;
+  tablaCorreo_ = e->mails;
 }
 
 std::string SeleccionCli::WordsPattern() const {

@@ -1,5 +1,6 @@
 #include "properties/seleccion_inm.h"
 
+#include "common/entity_catalogue.h"
 #include "common/error_handler.h"
 #include "common/list_picker.h"
 #include "common/shared_state.h"
@@ -33,20 +34,6 @@ constexpr FocusTarget kTabFocus[] = {{"txtInmueble", -1},
                                      {"txtAltura", -1},
                                      {"txtAgencias", -1},
                                      {"dtpAlta", 0}};
-
-struct Entity {
-  const char* name;
-  const char* tabla;
-  const char* campoId;
-  const char* numberLabel;
-  bool rangeBoxes;  // the upper price and surface boxes: a demand is matched by one value
-};
-constexpr Entity kEntities[] = {
-    {"Inm. Propios", "IPropio", "IdIPropio", "Nº Inmueble", true},
-    {"Inm. Ajenos", "IAjeno", "IdIAjeno", "Nº Inmueble", true},
-    {"Inm. Archivados", "IArchivado", "IdIArchivado", "Nº Inmueble", true},
-    {"Inm. Vendidos", "IVendido", "IdIVendido", "Nº Inmueble", true},
-    {"Demandas", "Demanda", "IdDemanda", "Nº Demanda", false}};
 
 // The picker buttons: list picker settings and the box that receives the chosen names.
 struct PickerButton {
@@ -272,15 +259,18 @@ void SeleccionInm::SelecEn(const std::string& pstrEntidad, const std::string& ps
   Atrapar("SelecEn de SeleccionInm", [&] {
     form::ControlContainer& c = Controls();
     cruzando_ = plngID != -1;
-    for (const Entity& e : kEntities) {
-      if (pstrEntidad != e.name) continue;
-      en_ = {CampoEn{e.numberLabel, e.campoId}, CampoEn{"Propietario", "Alias"},
-             CampoEn{"Notas", "Notas"}};
-      tabla_ = e.tabla;
-      campoId_ = e.campoId;
+    if (const EntityInfo* e = FindEntity(pstrEntidad);
+        e && e->control == CriteriaControlKind::Properties) {
+      // A demand is matched by one price and one surface against its own minimum and
+      // maximum, so it has no upper boxes.
+      const bool demand = pstrEntidad == "Demandas";
+      en_ = {CampoEn{demand ? "Nº Demanda" : "Nº Inmueble", e->key},
+             CampoEn{"Propietario", "Alias"}, CampoEn{"Notas", "Notas"}};
+      tabla_ = e->table;
+      campoId_ = e->key;
       for (form::Control* upper :
            {&c.Item("txtPrecio", 1), &c.Item("txtSuper", 1), &c.Item("lbly1"), &c.Item("lbly2")})
-        upper->setVisible(e.rangeBoxes);
+        upper->setVisible(!demand);
     }
     if (cruzando_) {
       if (pstrEntidad == "Inm. Propios" || pstrEntidad == "Inm. Ajenos") {

@@ -1,0 +1,35 @@
+// Every entity of the catalogue names tables and columns that the schema holds.
+#include "common/entity_catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include "cli/schema.h"
+
+namespace cp {
+namespace {
+
+TEST(EntityCatalogue, NamesTablesTheSchemaHolds) {
+  EXPECT_EQ(EntityCatalogue().size(), 12u);
+  for (const EntityInfo& e : EntityCatalogue()) {
+    const cli::SchemaTable* table = cli::FindTable(e.table);
+    ASSERT_NE(table, nullptr) << e.name;
+    EXPECT_NE(table->Find(e.key), nullptr) << e.name;
+    const bool contact = e.control == CriteriaControlKind::Contacts;
+    for (const char* detail : {e.phones, e.mails}) {
+      EXPECT_EQ(std::string(detail).empty(), !contact) << e.name;
+      if (!contact) continue;
+      const cli::SchemaTable* t = cli::FindTable(detail);
+      ASSERT_NE(t, nullptr) << e.name << " " << detail;
+      EXPECT_NE(t->Find(e.key), nullptr) << detail;
+      EXPECT_NE(t->Find("Numero"), nullptr) << detail;
+    }
+    // Properties and demands carry their owner, whom the host query joins.
+    if (!contact) EXPECT_NE(table->Find("IdCliente"), nullptr) << e.name;
+  }
+  EXPECT_EQ(FindEntity("Clientes Archivados")->table, std::string("Cliente"));
+  EXPECT_EQ(FindEntity("clientes"), nullptr);  // names compare exactly
+  EXPECT_EQ(FindEntity("Notarios"), nullptr);
+}
+
+}  // namespace
+}  // namespace cp
