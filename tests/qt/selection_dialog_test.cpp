@@ -6,13 +6,18 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 
+#include "common/list_picker.h"
 #include "common/scripted_list_picker.h"
+#include "platform/automation/registry.h"
 #include "qt/form_view.h"
+#include "qt/list_picker_window.h"
+#include "qt/qt_list_picker.h"
 #include "qt/qt_modal_runner.h"
 #include "tests/qt/gui_dialog_support.h"
 #include "tests/selection/selection_fixture.h"
@@ -167,6 +172,39 @@ TEST_F(SelectionDialogTest, ShiftEnterInCategoriesOpensThePicker) {
               dlg.SeleccionCli1().Controls().Get<form::TextBox>("txtCategorias").setText("Vip; ");
             }));
   EXPECT_EQ(Clients(gui), (std::vector<long>{2, 3}));
+}
+
+TEST_F(SelectionDialogTest, PickingInTheListWindowFillsTheCriterion) {
+  // The real list window for this test only, whatever happens in it.
+  struct RealListWindow {
+    std::optional<ObjectFactory> previous = RegisterQtListPicker();
+    ~RealListWindow() {
+      if (previous) {
+        RegisterProgId(kListPickerProgId, *previous);
+      } else {
+        UnregisterProgId(kListPickerProgId);
+      }
+    }
+  } realListWindow;
+  sel_->setEntidad("Clientes");
+  ASSERT_TRUE(ShowWindow([&](SelectionWindow& w) {
+    // The user opens the categories' list, filters it, ticks "Vip" and accepts.
+    ModalAnswer list([](QWidget& modal) {
+      auto* window = dynamic_cast<ListPickerWindow*>(&modal);
+      ASSERT_NE(window, nullptr);
+      QTest::keyClicks(&window->filterBox(), "vi");
+      const auto found = window->list().findItems(QStringLiteral("Vip"), Qt::MatchExactly);
+      ASSERT_EQ(found.size(), 1);
+      window->list().setCurrentItem(found.front());
+      QTest::keyClick(&window->list(), Qt::Key_Space);
+      QTest::mouseClick(&window->acceptButton(), Qt::LeftButton);
+    });
+    QTest::mouseClick(Cli(w, "cmdCategorias"), Qt::LeftButton);
+    EXPECT_TRUE(list.Answered());
+    EXPECT_EQ(static_cast<QLineEdit*>(Cli(w, "txtCategorias"))->text(), QStringLiteral("Vip; "));
+    Click(w, "cmdAceptar");
+  }));
+  EXPECT_EQ(Clients(sel_->SQLW()), (std::vector<long>{2, 3}));
 }
 
 TEST_F(SelectionDialogTest, ChangingTheEntityShowsTheOtherControl) {
