@@ -145,7 +145,7 @@ int Translate(const TranslateOptions& options, std::ostream& out, std::ostream& 
                               : jetsql::TranslateStatement(options.sql, options.dialect))
         << "\n";
   } catch (const Error& e) {
-    err << e.description() << "\n";
+    err << "Error " << e.number() << ": " << e.description() << "\n";
     return kExitError;
   }
   return kExitOk;
@@ -185,7 +185,7 @@ int Sql(const SqlOptions& options, std::ostream& out, std::ostream& err) {
     rs.Close();
     db->Close();
   } catch (const Error& e) {
-    err << e.description() << "\n";
+    err << "Error " << e.number() << ": " << e.description() << "\n";
     return kExitError;
   }
   out << text;

@@ -63,7 +63,7 @@ void AddSql(CLI::App& app) {
       "1/0; dentro del texto, tabulador, salto de línea, retorno y barra invertida se escriben "
       "\\t, \\n, \\r y \\\\. Con --json, un array de objetos (nulo como null, Sí/No como "
       "true/false). Un error (tabla o columna desconocida...) sale por la salida de errores "
-      "con el mensaje de DAO (estado 2).");
+      "como «Error N: mensaje» con el número de DAO (estado 2).");
   cmd->add_option("--db", options->db, "Fichero de la base de datos")->required();
   cmd->add_flag("--json", options->json, "Filas como array JSON de objetos");
   cmd->add_option("STATEMENT", options->statement, "Instrucción SELECT de Jet")->required();

@@ -166,17 +166,18 @@ TEST_F(SqlCommand, JetSemanticsApplyToTheStatement) {
 
 TEST_F(SqlCommand, UnknownNamesAndFilesFailWithTheDaoMessage) {
   struct Case {
-    std::string db, statement, culprit;
+    std::string db, statement, culprit, number;
   } cases[] = {
-      {path_, "SELECT * FROM Inexistente", "Inexistente"},
-      {path_, "SELECT Columna FROM IPropio", "Columna"},
-      {dir_.File("falta.db"), "SELECT * FROM IPropio", "falta.db"},
+      {path_, "SELECT * FROM Inexistente", "Inexistente", "Error 3078: "},
+      {path_, "SELECT Columna FROM IPropio", "Columna", "Error 3061: "},
+      {dir_.File("falta.db"), "SELECT * FROM IPropio", "falta.db", "Error 3024: "},
   };
   for (const Case& c : cases) {
     const Result r = RunSql(c.db, c.statement);
     EXPECT_EQ(r.status, kExitError) << c.statement;
     EXPECT_EQ(r.out, "") << c.statement;
     EXPECT_NE(r.err.find(c.culprit), std::string::npos) << r.err;
+    EXPECT_EQ(r.err.rfind(c.number, 0), 0u) << r.err;
   }
   // Looking at a missing file must not create it.
   EXPECT_FALSE(std::filesystem::exists(dir_.File("falta.db")));
