@@ -40,7 +40,7 @@ void AddTranslate(CLI::App& app) {
   CLI::App* cmd = app.add_subcommand(
       "translate",
       "Muestra la traducción de una instrucción SQL de Jet al SQL del motor indicado. Un "
-      "error de traducción sale por la salida de errores (estado 2).");
+      "error de traducción sale por la salida de errores como «Error N: mensaje» (estado 2).");
   const std::map<std::string, cp::jetsql::Dialect> dialects = {
       {"sqlite", cp::jetsql::Dialect::Sqlite}, {"postgres", cp::jetsql::Dialect::Postgres}};
   cmd->add_option("--dialect", options->dialect, "Motor de destino: sqlite o postgres")
