@@ -11,6 +11,7 @@
 #include <ostream>
 
 #include "qt/demo/modal_watch.h"
+#include "tests/qt/gui_dialog_support.h"
 
 // Readable failures for Qt texts.
 inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
@@ -22,14 +23,7 @@ inline void PrintTo(const QStringList& list, std::ostream* os) {
 
 namespace cp::testing {
 
-inline QApplication& TestApp() {
-  if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance())) return *app;
-  static int argc = 1;
-  static char name[] = "test_qt";
-  static char* argv[] = {name, nullptr};
-  static QApplication app(argc, argv);
-  return app;
-}
+inline QApplication& TestApp() { return GuiApp(); }
 
 // Plays the user in the next modal window of class W (a QDialog): act runs once it is up.
 // A window still open afterwards is rejected and the test fails.
