@@ -4,9 +4,12 @@
 
 #include "platform/core/conversions.h"
 #include "platform/core/error.h"
+#include "tests/support/errors.h"
 
 namespace cp {
 namespace {
+
+using testing::ErrorNumberOf;
 
 class Sample : public DispatchObject {
  public:
@@ -29,15 +32,6 @@ class Sample : public DispatchObject {
   std::int32_t written = 0;
   int shown = 0;
 };
-
-long ErrorOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Error& e) {
-    return e.number();
-  }
-  return 0;
-}
 
 TEST(DispatchObject, MemberNamesMatchInAnyCase) {
   Sample s;
@@ -62,7 +56,7 @@ TEST(DispatchObject, UnsupportedUseRaises438) {
       {"property called with arguments", [&] { s.CallMethod("Titulo", {Variant(1.0)}); }},
   };
   for (const auto& [what, call] : cases) {
-    EXPECT_EQ(ErrorOf(call), err::kPropertyNotFound) << what;
+    EXPECT_EQ(ErrorNumberOf(call), err::kPropertyNotFound) << what;
   }
   EXPECT_EQ(s.written, 0);
 }
@@ -74,7 +68,7 @@ TEST(DispatchObject, LateBindingShortcutsAndErrorsOfTheMember) {
   EXPECT_EQ(s.shown, 1);
   EXPECT_EQ(s.CallMethod("SoloLectura").AsLong(), 7);
   // The member's own error reaches the caller unchanged.
-  EXPECT_EQ(ErrorOf([&] { s.SetProperty("SoloEscritura", Variant("no es un número")); }),
+  EXPECT_EQ(ErrorNumberOf([&] { s.SetProperty("SoloEscritura", Variant("no es un número")); }),
             err::kTypeMismatch);
   s.SetProperty("soloescritura", Variant("12"));
   EXPECT_EQ(s.written, 12);

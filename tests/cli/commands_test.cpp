@@ -16,10 +16,7 @@ namespace {
 using testing::PlainDb;
 using testing::ScratchDir;
 
-struct Result {
-  int status;
-  std::string out, err;
-};
+using testing::Result;
 
 Result RunInitDb(const InitDbOptions& o) {
   std::ostringstream out, err;

@@ -18,10 +18,7 @@ namespace {
 using testing::PlainDb;
 using testing::ScratchDir;
 
-struct Result {
-  int status;
-  std::string out, err;
-};
+using testing::Result;
 
 class SelectionCommandsTest : public ::testing::Test {
  protected:

@@ -27,6 +27,12 @@ class ScratchDir {
   std::filesystem::path path_;
 };
 
+// What a subcommand gave: exit status, standard output, standard error.
+struct Result {
+  int status;
+  std::string out, err;
+};
+
 // A result row as text; Null is reported as the string "<null>".
 using TextRow = std::vector<std::string>;
 inline const std::string kNullText = "<null>";

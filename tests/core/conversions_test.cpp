@@ -6,18 +6,12 @@
 #include <cstdint>
 
 #include "platform/core/error.h"
+#include "tests/support/errors.h"
 
 namespace cp {
 namespace {
 
-long ErrorNumberOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Error& e) {
-    return e.number();
-  }
-  return 0;
-}
+using testing::ErrorNumberOf;
 
 TEST(ParseNumber, FollowsTheTextConventions) {
   struct Case {

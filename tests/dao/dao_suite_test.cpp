@@ -10,23 +10,12 @@
 #include "platform/dao/connect.h"
 #include "platform/dao/dao_errors.h"
 #include "tests/dao/backend.h"
+#include "tests/support/errors.h"
 
 namespace cp::dao::testing {
 namespace {
 
 using ::testing::HasSubstr;
-
-// Runs fn and returns the Error it raised (fails the test when it raises nothing).
-template <class Fn>
-Error Caught(Fn&& fn) {
-  try {
-    fn();
-  } catch (const Error& e) {
-    return e;
-  }
-  ADD_FAILURE() << "no error raised";
-  return Error(0, "");
-}
 
 const std::string kLongMemo(20000, 'n');
 
@@ -147,8 +136,8 @@ TEST_P(DaoSuite, SnapshotCountsRewindsAndStopsAtEof) {
   EXPECT_EQ(Names(rs), (std::vector<std::string>{"Madrid", "ávila", "Málaga", "O'Donnell",
                                                  "Ávila Norte"}));
   EXPECT_TRUE(rs.Eof());
-  EXPECT_EQ(Caught([&] { rs.MoveNext(); }).number(), daoerr::kNoCurrentRecord);
-  const Error atEof = Caught([&] { rs.Fields("Nombre").Value(); });
+  EXPECT_EQ(cp::testing::CaughtError([&] { rs.MoveNext(); }).number(), daoerr::kNoCurrentRecord);
+  const Error atEof = cp::testing::CaughtError([&] { rs.Fields("Nombre").Value(); });
   EXPECT_EQ(atEof.number(), daoerr::kNoCurrentRecord);
   EXPECT_EQ(atEof.description(), "No hay registro activo.");
   rs.MoveFirst();
@@ -163,12 +152,12 @@ TEST_P(DaoSuite, ForwardOnlyCountsRowsReachedAndCannotGoBack) {
   rs.MoveNext();
   EXPECT_EQ(rs.RecordCount(), 2);
   EXPECT_EQ(rs.Fields(0).Value(), Variant("ávila"));
-  EXPECT_EQ(Caught([&] { rs.MoveFirst(); }).number(), daoerr::kNotForThisType);
-  EXPECT_EQ(Caught([&] { rs.FindFirst("Nombre = 'Madrid'"); }).number(),
+  EXPECT_EQ(cp::testing::CaughtError([&] { rs.MoveFirst(); }).number(), daoerr::kNotForThisType);
+  EXPECT_EQ(cp::testing::CaughtError([&] { rs.FindFirst("Nombre = 'Madrid'"); }).number(),
             daoerr::kNotForThisType);
   EXPECT_EQ(Names(rs), (std::vector<std::string>{"ávila", "Málaga", "O'Donnell", "Ávila Norte"}));
   EXPECT_EQ(rs.RecordCount(), 5);
-  EXPECT_EQ(Caught([&] { rs.Fields("Nombre").Value(); }).number(), daoerr::kNoCurrentRecord);
+  EXPECT_EQ(cp::testing::CaughtError([&] { rs.Fields("Nombre").Value(); }).number(), daoerr::kNoCurrentRecord);
 }
 
 TEST_P(DaoSuite, EmptyResultIsAtBothEnds) {
@@ -177,11 +166,11 @@ TEST_P(DaoSuite, EmptyResultIsAtBothEnds) {
     EXPECT_TRUE(rs.Eof());
     EXPECT_TRUE(rs.Bof());
     EXPECT_EQ(rs.RecordCount(), 0);
-    EXPECT_EQ(Caught([&] { rs.Fields("Nombre").Value(); }).number(), daoerr::kNoCurrentRecord);
-    EXPECT_EQ(Caught([&] { rs.MoveNext(); }).number(), daoerr::kNoCurrentRecord);
+    EXPECT_EQ(cp::testing::CaughtError([&] { rs.Fields("Nombre").Value(); }).number(), daoerr::kNoCurrentRecord);
+    EXPECT_EQ(cp::testing::CaughtError([&] { rs.MoveNext(); }).number(), daoerr::kNoCurrentRecord);
   }
   auto rs = db_->OpenRecordset("SELECT Nombre FROM Zona WHERE IdZona = -1");
-  EXPECT_EQ(Caught([&] { rs.MoveFirst(); }).number(), daoerr::kNoCurrentRecord);
+  EXPECT_EQ(cp::testing::CaughtError([&] { rs.MoveFirst(); }).number(), daoerr::kNoCurrentRecord);
 }
 
 TEST_P(DaoSuite, FieldFollowsTheCurrentRecordUntilClose) {
@@ -192,9 +181,9 @@ TEST_P(DaoSuite, FieldFollowsTheCurrentRecordUntilClose) {
     rs.MoveNext();
     EXPECT_EQ(nombre.Value(), Variant("ávila"));
     rs.Close();
-    EXPECT_EQ(Caught([&] { nombre.Value(); }).number(), daoerr::kObjectInvalid);
-    EXPECT_EQ(Caught([&] { rs.Eof(); }).number(), daoerr::kObjectInvalid);
-    EXPECT_EQ(Caught([&] { rs.Close(); }).number(), daoerr::kObjectInvalid);
+    EXPECT_EQ(cp::testing::CaughtError([&] { nombre.Value(); }).number(), daoerr::kObjectInvalid);
+    EXPECT_EQ(cp::testing::CaughtError([&] { rs.Eof(); }).number(), daoerr::kObjectInvalid);
+    EXPECT_EQ(cp::testing::CaughtError([&] { rs.Close(); }).number(), daoerr::kObjectInvalid);
   }
 }
 
@@ -203,7 +192,7 @@ TEST_P(DaoSuite, UnknownFieldIsNotInTheCollection) {
   for (auto lookup : std::vector<std::function<void()>>{[&] { rs.Fields("Orden"); },
                                                          [&] { rs.Fields(2); },
                                                          [&] { rs.Fields(-1); }}) {
-    const Error e = Caught(lookup);
+    const Error e = cp::testing::CaughtError(lookup);
     EXPECT_EQ(e.number(), daoerr::kItemNotFound);
     EXPECT_EQ(e.description(), "Elemento no encontrado en esta colección.");
   }
@@ -255,7 +244,7 @@ TEST_P(DaoSuite, FindFirstComparesDatesNumbersAndYesNoAsStored) {
 
 TEST_P(DaoSuite, FindFirstNamesAnUnknownColumn) {
   auto rs = db_->OpenRecordset("SELECT IdZona, Nombre FROM Zona");
-  const Error e = Caught([&] { rs.FindFirst("Poblacion = 'Madrid'"); });
+  const Error e = cp::testing::CaughtError([&] { rs.FindFirst("Poblacion = 'Madrid'"); });
   EXPECT_EQ(e.number(), daoerr::kUnknownFieldInExpression);
   EXPECT_THAT(e.description(), HasSubstr("Poblacion"));
   EXPECT_EQ(e.source(), kRecordsetSource);
@@ -276,9 +265,9 @@ TEST_P(DaoSuite, TableDefinitionsGiveTypesSizesAndAutoIncrement) {
   EXPECT_EQ(zona.Fields("Nombre").Attributes() & dbAutoIncrField, 0);
   EXPECT_EQ(zona.Fields(0).Name(), "IdZona");
 
-  EXPECT_EQ(Caught([&] { db_->TableDefs("Nada"); }).number(), daoerr::kItemNotFound);
-  EXPECT_EQ(Caught([&] { zona.Fields("Provincia"); }).number(), daoerr::kItemNotFound);
-  EXPECT_EQ(Caught([&] { zona.Fields("IdZona").Value(); }).number(), daoerr::kInvalidOperation);
+  EXPECT_EQ(cp::testing::CaughtError([&] { db_->TableDefs("Nada"); }).number(), daoerr::kItemNotFound);
+  EXPECT_EQ(cp::testing::CaughtError([&] { zona.Fields("Provincia"); }).number(), daoerr::kItemNotFound);
+  EXPECT_EQ(cp::testing::CaughtError([&] { zona.Fields("IdZona").Value(); }).number(), daoerr::kInvalidOperation);
 }
 
 TEST_P(DaoSuite, FieldAnswersLateBoundPropertyReads) {
@@ -289,9 +278,9 @@ TEST_P(DaoSuite, FieldAnswersLateBoundPropertyReads) {
   EXPECT_EQ(field.GetProperty("TYPE"), Variant(std::int16_t{dbLong}));
   EXPECT_EQ(field.GetProperty("Size"), Variant(std::int32_t{4}));
   EXPECT_NE(field.GetProperty("Attributes").AsLong() & dbAutoIncrField, 0);
-  EXPECT_EQ(Caught([&] { field.GetProperty("Caption"); }).number(), err::kPropertyNotFound);
-  EXPECT_EQ(Caught([&] { field.SetProperty("Name", "Otro"); }).number(), daoerr::kReadOnly);
-  EXPECT_EQ(Caught([&] { field.CallMethod("Refresh"); }).number(), err::kPropertyNotFound);
+  EXPECT_EQ(cp::testing::CaughtError([&] { field.GetProperty("Caption"); }).number(), err::kPropertyNotFound);
+  EXPECT_EQ(cp::testing::CaughtError([&] { field.SetProperty("Name", "Otro"); }).number(), daoerr::kReadOnly);
+  EXPECT_EQ(cp::testing::CaughtError([&] { field.CallMethod("Refresh"); }).number(), err::kPropertyNotFound);
 
   auto rs = db_->OpenRecordset("SELECT Nombre FROM Zona WHERE IdZona = 3");
   Field nombre = rs.Fields("Nombre");
@@ -313,12 +302,12 @@ TEST_P(DaoSuite, EngineErrorsBecomeDaoErrorsNamingTheCulprit) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.sql);
-    const Error e = Caught([&] { db_->OpenRecordset(c.sql); });
+    const Error e = cp::testing::CaughtError([&] { db_->OpenRecordset(c.sql); });
     EXPECT_EQ(e.number(), c.number);
     EXPECT_THAT(e.description(), HasSubstr(c.culprit));
     EXPECT_EQ(e.source(), kDatabaseSource);
   }
-  const Error table = Caught([&] { db_->OpenRecordset("SELECT * FROM Nada"); });
+  const Error table = cp::testing::CaughtError([&] { db_->OpenRecordset("SELECT * FROM Nada"); });
   EXPECT_EQ(table.description(),
             "El motor de base de datos no encuentra la tabla o consulta de entrada 'Nada'. "
             "Asegúrese de que existe y de que su nombre está escrito correctamente.");
@@ -327,10 +316,10 @@ TEST_P(DaoSuite, EngineErrorsBecomeDaoErrorsNamingTheCulprit) {
 TEST_P(DaoSuite, EngineRejectsBadSyntaxAndWrites) {
   // Straight to the engine: SQL that a translator would never produce.
   auto engine = OpenEngine(connection_);
-  const Error syntax = Caught([&] { engine->Query("SELECT Nombre FROM Zona WHERE Orden >"); });
+  const Error syntax = cp::testing::CaughtError([&] { engine->Query("SELECT Nombre FROM Zona WHERE Orden >"); });
   EXPECT_EQ(syntax.number(), daoerr::kSyntaxInQuery);
   EXPECT_THAT(syntax.description(), HasSubstr("Orden >"));
-  EXPECT_EQ(Caught([&] { engine->Query("DELETE FROM Zona"); }).number(),
+  EXPECT_EQ(cp::testing::CaughtError([&] { engine->Query("DELETE FROM Zona"); }).number(),
             daoerr::kInvalidOperation);
   auto rs = db_->OpenRecordset("SELECT IdZona FROM Zona");
   EXPECT_EQ(rs.RecordCount(), 5) << "the rejected statement wrote nothing";
@@ -341,10 +330,10 @@ TEST_P(DaoSuite, ClosedDatabaseIsNoLongerValid) {
   auto rs = db_->OpenRecordset("SELECT Nombre FROM Zona ORDER BY IdZona");
   db_->Close();
   EXPECT_EQ(rs.Fields("Nombre").Value(), Variant("Madrid")) << "open recordsets keep their rows";
-  EXPECT_EQ(Caught([&] { db_->OpenRecordset("SELECT * FROM Zona"); }).number(),
+  EXPECT_EQ(cp::testing::CaughtError([&] { db_->OpenRecordset("SELECT * FROM Zona"); }).number(),
             daoerr::kObjectInvalid);
-  EXPECT_EQ(Caught([&] { db_->Name(); }).number(), daoerr::kObjectInvalid);
-  EXPECT_EQ(Caught([&] { db_->Close(); }).number(), daoerr::kObjectInvalid);
+  EXPECT_EQ(cp::testing::CaughtError([&] { db_->Name(); }).number(), daoerr::kObjectInvalid);
+  EXPECT_EQ(cp::testing::CaughtError([&] { db_->Close(); }).number(), daoerr::kObjectInvalid);
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, DaoSuite, ::testing::ValuesIn(AllBackends()),

@@ -11,23 +11,13 @@
 #include "platform/dao/connect.h"
 #include "platform/dao/dao_errors.h"
 #include "platform/sqlite/native.h"
+#include "tests/support/errors.h"
 
 namespace cp::sqlite {
 namespace {
 
 using ::testing::HasSubstr;
 namespace fs = std::filesystem;
-
-template <class Fn>
-Error Caught(Fn&& fn) {
-  try {
-    fn();
-  } catch (const Error& e) {
-    return e;
-  }
-  ADD_FAILURE() << "no error raised";
-  return Error(0, "");
-}
 
 class SqliteTest : public ::testing::Test {
  protected:
@@ -45,24 +35,24 @@ class SqliteTest : public ::testing::Test {
 
 TEST_F(SqliteTest, OpeningFailuresNameTheFileOrPath) {
   const std::string missing = PathOf("no_existe.sqlite");
-  const Error file = Caught([&] { dao::OpenDatabase(missing); });
+  const Error file = cp::testing::CaughtError([&] { dao::OpenDatabase(missing); });
   EXPECT_EQ(file.number(), dao::daoerr::kFileNotFound);
   EXPECT_EQ(file.description(), "No se encuentra el archivo '" + missing + "'.");
   EXPECT_EQ(file.source(), dao::kDatabaseSource);
   EXPECT_FALSE(fs::exists(missing)) << "opening must not create the file";
 
   const std::string badFolder = PathOf("falta/datos.sqlite");
-  const Error path = Caught([&] { dao::OpenDatabase(badFolder); });
+  const Error path = cp::testing::CaughtError([&] { dao::OpenDatabase(badFolder); });
   EXPECT_EQ(path.number(), dao::daoerr::kInvalidPath);
   EXPECT_THAT(path.description(), HasSubstr(badFolder));
 
   const std::string text = PathOf("notas.txt");
   std::ofstream(text) << "Esto no es una base de datos, aunque lo parezca por su longitud.\n";
-  const Error format = Caught([&] { dao::OpenDatabase(text); });
+  const Error format = cp::testing::CaughtError([&] { dao::OpenDatabase(text); });
   EXPECT_EQ(format.number(), dao::daoerr::kUnrecognisedFormat);
   EXPECT_THAT(format.description(), HasSubstr(text));
 
-  EXPECT_EQ(Caught([&] { dao::OpenDatabase("postgresql://servidor/agencia"); }).number(),
+  EXPECT_EQ(cp::testing::CaughtError([&] { dao::OpenDatabase("postgresql://servidor/agencia"); }).number(),
             dao::daoerr::kConnectionFailed);
 }
 
@@ -91,7 +81,7 @@ TEST_F(SqliteTest, BulkInsertThroughNativeStatementsReadsBackTyped) {
     tx.Commit();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
     EXPECT_EQ(native.LastInsertId(), 20000);
-    EXPECT_EQ(Caught([&] { insert.Bind(1, Variant(Array2D(0, 0, 0, 0))); }).number(),
+    EXPECT_EQ(cp::testing::CaughtError([&] { insert.Bind(1, Variant(Array2D(0, 0, 0, 0))); }).number(),
               err::kTypeMismatch);
   }
   auto db = dao::OpenDatabase(path);
@@ -140,15 +130,15 @@ TEST_F(SqliteTest, TransactionRollsBackUnlessCommitted) {
 
 TEST_F(SqliteTest, NativeErrorsCarryDaoNumbers) {
   NativeDatabase native(PathOf("errores.sqlite"), NativeDatabase::Mode::CreateIfMissing);
-  const Error syntax = Caught([&] { native.ExecuteNative("CREATE TABLA X (N INTEGER)"); });
+  const Error syntax = cp::testing::CaughtError([&] { native.ExecuteNative("CREATE TABLA X (N INTEGER)"); });
   EXPECT_EQ(syntax.number(), dao::daoerr::kSyntaxInQuery);
   EXPECT_THAT(syntax.description(), HasSubstr("TABLA"));
   EXPECT_EQ(syntax.source(), "SQLite");
-  EXPECT_EQ(Caught([&] { native.Prepare("SELECT * FROM Nada"); }).number(),
+  EXPECT_EQ(cp::testing::CaughtError([&] { native.Prepare("SELECT * FROM Nada"); }).number(),
             dao::daoerr::kTableNotFound);
-  EXPECT_EQ(Caught([&] { native.Prepare("SELECT 1; SELECT 2"); }).number(),
+  EXPECT_EQ(cp::testing::CaughtError([&] { native.Prepare("SELECT 1; SELECT 2"); }).number(),
             dao::daoerr::kTextAfterStatement);
-  EXPECT_EQ(Caught([&] { NativeDatabase(PathOf("nueva.sqlite")); }).number(),
+  EXPECT_EQ(cp::testing::CaughtError([&] { NativeDatabase(PathOf("nueva.sqlite")); }).number(),
             dao::daoerr::kFileNotFound);
 }
 
@@ -158,7 +148,7 @@ TEST_F(SqliteTest, ReaderWaitsThenReportsALockedDatabase) {
   writer.ExecuteNative("CREATE TABLE T (N INTEGER); INSERT INTO T VALUES (1)");
   auto db = dao::OpenDatabase(path);
   writer.ExecuteNative("BEGIN EXCLUSIVE; INSERT INTO T VALUES (2)");
-  const Error busy = Caught([&] { db->OpenRecordset("SELECT N FROM T"); });
+  const Error busy = cp::testing::CaughtError([&] { db->OpenRecordset("SELECT N FROM T"); });
   EXPECT_EQ(busy.number(), dao::daoerr::kBusy);
   EXPECT_THAT(busy.description(), HasSubstr(path));
   writer.Rollback();

@@ -18,7 +18,7 @@
 namespace cp::form {
 namespace {
 
-using testing::ErrorOf;
+using cp::testing::ErrorNumberOf;
 using testing::Log;
 
 TEST(ControlContainer, KeepsCreationOrderAndFindsArraysByIndex) {
@@ -69,7 +69,7 @@ TEST(ControlContainer, LookupErrors) {
       {[&] { f.AddLabel(""); }, err::kInvalidProcedureCall},
   };
   for (std::size_t i = 0; i < cases.size(); ++i) {
-    EXPECT_EQ(ErrorOf(cases[i].first), cases[i].second) << "case " << i;
+    EXPECT_EQ(ErrorNumberOf(cases[i].first), cases[i].second) << "case " << i;
   }
   EXPECT_EQ(f.Controls().size(), 3u);
 }
@@ -82,8 +82,8 @@ TEST(ControlContainer, HoldsUserControlsSeenByTheirClassName) {
   EXPECT_EQ(placed.TypeName(), "SeleccionCli");
   EXPECT_EQ(&dialog.Get<UserControl>("seleccioncli1").Content().Get<TextBox>("txtPalabras"),
             &words);
-  EXPECT_EQ(ErrorOf([&] { placed.SetFocus(); }), err::kPropertyNotFound);
-  EXPECT_EQ(ErrorOf([&] { dialog.AddUserControl("SeleccionInm1", nullptr); }),
+  EXPECT_EQ(ErrorNumberOf([&] { placed.SetFocus(); }), err::kPropertyNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { dialog.AddUserControl("SeleccionInm1", nullptr); }),
             err::kInvalidProcedureCall);
   EXPECT_EQ(dialog.Controls().size(), 1u);
 }
@@ -147,15 +147,15 @@ TEST_F(FocusFixture, ControlsThatCannotTakeTheFocus) {
   b.setParent(&frame);
   a.SetFocus();
   frame.setVisible(false);
-  EXPECT_EQ(ErrorOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorNumberOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
   frame.setVisible(true);
   frame.setEnabled(false);
-  EXPECT_EQ(ErrorOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
-  EXPECT_EQ(ErrorOf([&] { label.SetFocus(); }), err::kPropertyNotFound);
-  EXPECT_EQ(ErrorOf([&] { frame.SetFocus(); }), err::kPropertyNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorNumberOf([&] { label.SetFocus(); }), err::kPropertyNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { frame.SetFocus(); }), err::kPropertyNotFound);
   EXPECT_EQ(f.ActiveControl(), &a);
-  EXPECT_EQ(ErrorOf([&] { frame.setParent(&frame); }), err::kInvalidProcedureCall);
-  EXPECT_EQ(ErrorOf([&] { frame.setParent(&label); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorNumberOf([&] { frame.setParent(&frame); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(ErrorNumberOf([&] { frame.setParent(&label); }), err::kInvalidProcedureCall);
   // Hiding the focused control takes the focus away, with LostFocus but no Validate.
   Trace(a);
   a.setVisible(false);

@@ -5,8 +5,11 @@
 #include <vector>
 
 #include "platform/core/error.h"
+#include "tests/support/errors.h"
 
 namespace cp::form::testing {
+
+using cp::testing::ErrorNumberOf;
 
 struct Log {
   std::vector<std::string> entries;
@@ -14,14 +17,5 @@ struct Log {
     return [this, entry] { entries.push_back(entry); };
   }
 };
-
-inline long ErrorOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& e) {
-    return e.number();
-  }
-  return 0;
-}
 
 }  // namespace cp::form::testing

@@ -5,6 +5,7 @@
 #include "platform/automation/registry.h"
 #include "platform/dao/database_object.h"
 #include "tests/selection/selection_fixture.h"
+#include "tests/support/errors.h"
 
 namespace cp::testing {
 namespace {
@@ -25,15 +26,6 @@ Variant Names(const std::vector<std::string>& names) {
   return Variant(std::move(a));
 }
 
-long ErrorOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Error& e) {
-    return e.number();
-  }
-  return 0;
-}
-
 const std::vector<std::string> kDefaultEntities = {
     "Inm. Propios", "Inm. Ajenos", "Agencias", "Clientes"};
 
@@ -48,7 +40,7 @@ TEST_F(SelectionTest, EntityList) {
   EXPECT_EQ(dlg.cboEntidad().ListCount(), 8);
   sel_->setEntidadesPosibles(Names({"Clientes", "Notarios"}));
   EXPECT_EQ(Items(dlg.cboEntidad()), (std::vector<std::string>{"Clientes", "Notarios"}));
-  EXPECT_EQ(ErrorOf([&] { sel_->setEntidadesPosibles(Variant("Clientes")); }),
+  EXPECT_EQ(ErrorNumberOf([&] { sel_->setEntidadesPosibles(Variant("Clientes")); }),
             err::kTypeMismatch);
 }
 
@@ -66,7 +58,7 @@ TEST_F(SelectionTest, EmptyEntityTakesTheFirstOfTheList) {
 }
 
 TEST_F(SelectionTest, UnknownEntityIsStoredThenRefused) {
-  EXPECT_NE(ErrorOf([&] { sel_->setEntidad("Notarios"); }), 0);
+  EXPECT_NE(ErrorNumberOf([&] { sel_->setEntidad("Notarios"); }), 0);
   EXPECT_EQ(sel_->Entidad(), "Notarios");
   EXPECT_FALSE(sel_->Dialog().SeleccionCli1Control().Visible());
   EXPECT_FALSE(sel_->Dialog().SeleccionInm1Control().Visible());
@@ -224,8 +216,8 @@ TEST_F(SelectionTest, ReachableByProgIdAndByName) {
   EXPECT_EQ(obj->CallMethod("mtdMostrar"), Variant(true));
   EXPECT_EQ(obj->GetProperty("SQLW"), Variant("Cliente.Alias LIKE '*ruiz*'"));
   EXPECT_EQ(obj->GetProperty("GuardarSeleccion"), Variant(false));
-  EXPECT_EQ(ErrorOf([&] { obj->GetProperty("PathDB"); }), err::kPropertyNotFound);
-  EXPECT_EQ(ErrorOf([&] { obj->SetProperty("BD", Variant("demo.db")); }), err::kTypeMismatch);
+  EXPECT_EQ(ErrorNumberOf([&] { obj->GetProperty("PathDB"); }), err::kPropertyNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { obj->SetProperty("BD", Variant("demo.db")); }), err::kTypeMismatch);
 }
 
 TEST_F(SelectionTest, FailingAcceptIsReportedAndRaisesNothing) {
