@@ -182,22 +182,26 @@ bool CFieldLinker::Validate(std::string& result) {
       return;
     }
     dao::Recordset rs = RequireBD().OpenRecordset(UsedValuesQuery(), dao::dbOpenSnapshot);
-    bool everyNameFound = true;
+    bool picked = false;
     for (const std::string& value : values_) {
       rs.FindFirst(nameField_ + " = " + ComillaSQL(Trim(value)));
       if (rs.NoMatch()) {
         // An unknown name: the user picks the names instead; leaving the picker's text as it
         // was means the typed text still stands, which is not valid.
         result = OpenPicker(title, kDefaultPickerWidth);
-        everyNameFound = false;
+        picked = true;
         valid = result != value_;
         break;
       }
       result = FormatValue(CStr(rs.Fields(nameField_).Value()), result);
     }
     rs.Close();
-    if (everyNameFound) valid = true;
-    if (valid) setValue(result);
+    // Found names keep the text as the user typed it (the caller compares it with the
+    // previous one); only a different pick replaces it.
+    if (!picked)
+      valid = true;
+    else if (valid)
+      setValue(result);
   });
   return valid;
 }

@@ -73,9 +73,9 @@ class CFieldLinker {
   // the title for the picker; on return the canonical text: each name in the database's
   // spelling, as FormatValue lists them ("Madrid; Sevilla;"), or "" for an empty text.
   // A name not in use opens the picker; its answer becomes result and the walk stops.
-  // Returns true when every name was found, or when the picker's answer differs from Value;
-  // on true Value becomes result. Returns false when the user left the picker's text as it
-  // was, or on a failure (reported; result keeps what it held then).
+  // Returns true when every name was found (Value stays as typed), or when the picker's
+  // answer differs from Value (Value becomes that answer). Returns false when the user left
+  // the picker's text as it was, or on a failure (reported; result keeps what it held then).
   bool Validate(std::string& result);
 
   // accumulated + (" " when accumulated is not empty) + value + separator. Needs no Init.

@@ -139,6 +139,7 @@ struct LocationCascade::Impl {
         cancel = true;
         return;
       }
+      // The linker's text differs from the box's only when the user picked other names.
       boxes[level]->setText(linker.Value());
       // Another upper name makes the lower names meaningless; emptying the level keeps them.
       if (linker.Value() != linker.PreviousValue() && !linker.Value().empty()) {

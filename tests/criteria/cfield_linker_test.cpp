@@ -289,7 +289,7 @@ TEST_F(FieldLinkerTest, ValidateGivesTheDatabaseSpellingWhenEveryNameIsInUse) {
     std::string result = "Zonas";
     EXPECT_TRUE(zona_.Validate(result));
     EXPECT_EQ(result, row.result);
-    EXPECT_EQ(zona_.Value(), row.result) << "the linker holds the canonical text";
+    EXPECT_EQ(zona_.Value(), row.text) << "the typed text stands";
   }
   EXPECT_EQ(picker.InstanceCount(), 0);
 }

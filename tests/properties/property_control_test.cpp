@@ -305,7 +305,7 @@ TEST_F(PropertyTest, SavedSelectionFollowsTheControlOrderAndRestoresElsewhere) {
     c.Get<form::ComboBox>("cboOpPalabras").setListIndex(0);
     c.Get<form::CheckBox>("chkExclusiva").setValue(1);
     c.Get<form::DTPicker>("dtpAlta", 1).setValue(Variant(MakeDate(2026, 12, 31)));
-    // Leaving país and zona validates them: the linker writes the names back with ";".
+    // Leaving país and zona validates them; the names stay as typed.
     Type(c, "txtPais", "España");
     Type(c, "txtZona", "Centro");
     Type(c, "txtInmueble", "Piso");
@@ -322,7 +322,7 @@ TEST_F(PropertyTest, SavedSelectionFollowsTheControlOrderAndRestoresElsewhere) {
                     ")=" + saved.at(i, 2).AsString());
   }
   EXPECT_EQ(order, (std::vector<std::string>{"tbsSelec(0)=", "txtInmueble(-1)=Piso",
-                                             "txtPais(-1)=España;", "txtZona(-1)=Centro;",
+                                             "txtPais(-1)=España", "txtZona(-1)=Centro",
                                              "txtSuper(1)=100", "chkExclusiva(-1)=1",
                                              "dtpAlta(1)=2026-12-31", "txtPalabras(-1)=Luminoso",
                                              "cboEn(-1)=2", "cboOpPalabras(-1)=0"}));
@@ -332,15 +332,15 @@ TEST_F(PropertyTest, SavedSelectionFollowsTheControlOrderAndRestoresElsewhere) {
   sel_ = std::make_unique<CSeleccion>();
   sel_->setEntidad("Inm. Propios");
   sel_->setSeleccion(kept);
-  EXPECT_EQ(Txt("txtPais").Text(), "España;");
-  EXPECT_EQ(Txt("txtZona").Text(), "Centro;");
+  EXPECT_EQ(Txt("txtPais").Text(), "España");
+  EXPECT_EQ(Txt("txtZona").Text(), "Centro");
   EXPECT_EQ(Txt("txtSuper", 1).Text(), "100");
   EXPECT_EQ(Cbo("cboOpPalabras").Text(), "Al principio");
   // The restored location counts as unchanged: leaving país keeps the zone below it.
-  EXPECT_EQ(Inm().Location().Pais().PreviousValue(), "España;");
+  EXPECT_EQ(Inm().Location().Pais().PreviousValue(), "España");
   Txt("txtPais").SetFocus();
   Leave(Box());
-  EXPECT_EQ(Txt("txtZona").Text(), "Centro;");
+  EXPECT_EQ(Txt("txtZona").Text(), "Centro");
   EXPECT_EQ(Accept("Inm. Propios", [](frmSeleccion&) {}), first);
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
