@@ -134,10 +134,12 @@ void SeleccionCli::UserControl_Show() {
 
 void SeleccionCli::PonerFoco() {
   Atrapar("PonerFoco de SeleccionCli", [&] {
-    if (pestania_ == 0)
-      Controls().Item("txtPalabras").SetFocus();
-    else if (pestania_ == 1)
-      Controls().Item("dtpAlta", 0).SetFocus();
+    // Only the general tab has a first criterion to go to. The stored tab may not be the one
+    // shown (a restore does not switch the strip, a tab click does not store it), so the box
+    // is focused only when the user can see it.
+    form::Control& words = Controls().Item("txtPalabras");
+    if (pestania_ == 0 && words.EffectivelyVisible() && words.EffectivelyEnabled())
+      words.SetFocus();
   });
 }
 

@@ -81,12 +81,18 @@ void frmSeleccion::Unload() {
   // A handler of the window may still be running (the owner unloads from inside Aceptar),
   // so the window is retired and freed once the modal loop is over.
   if (!window_) return;
+  shown_ = false;
   retired_.push_back(std::move(window_));
   Unloaded.Fire();
 }
 
 void frmSeleccion::Show() {
   Load();
+  shown_ = true;
+  struct Hidden {
+    bool& shown;
+    ~Hidden() { shown = false; }
+  } hidden{shown_};
   CurrentModalRunner().RunModal(*this);
   retired_.clear();
 }
@@ -112,16 +118,26 @@ void frmSeleccion::Form_Activate() {
     SeleccionInm1().PonerFoco();
 }
 
+// A hidden control made visible in a shown window gets its Show event, as the runtime
+// gives it; before the window is shown, activation places the caret instead.
+bool frmSeleccion::Appears(const form::UserControl& control) const {
+  return shown_ && !control.Visible();
+}
+
 void frmSeleccion::cboEntidad_Click() {
   Atrapar("cboEntidad_Click en frmSeleccion", [&] {
     const std::string entity = cboEntidad().Text();
     if (ShortContactGroup(entity)) {
+      const bool appears = Appears(SeleccionCli1Control());
       SeleccionCli1Control().setVisible(true);
       SeleccionInm1Control().setVisible(false);
+      if (appears) SeleccionCli1().UserControl_Show();
       SeleccionCli1().setSelecEn(entity);
     } else if (PropertyGroup(entity)) {
+      const bool appears = Appears(SeleccionInm1Control());
       SeleccionCli1Control().setVisible(false);
       SeleccionInm1Control().setVisible(true);
+      if (appears) SeleccionInm1().UserControl_Show();
       SeleccionInm1().SelecEn(entity);
     }
   });

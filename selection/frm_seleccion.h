@@ -74,7 +74,9 @@ class frmSeleccion {
  private:
   struct Window;
   Window& Live();
+  bool Appears(const form::UserControl& control) const;
   std::unique_ptr<Window> window_;
+  bool shown_ = false;  // the window is on screen (inside Show, until unloaded)
   std::vector<std::unique_ptr<Window>> retired_;  // unloaded, freed when the loop ends
 };
 
