@@ -32,7 +32,15 @@ void CSeleccion::setEntidad(const std::string& entidad) {
     entidad_ = Variant(mdlg_->cboEntidad().List(0));
   // Selecting the text fires the dialog's entity handler; a name the list does not hold is
   // refused with the list's error, which reaches the host after the name was stored.
-  mdlg_->cboEntidad().setText(CStr(entidad_));
+  form::ComboBox& list = mdlg_->cboEntidad();
+  const std::string name = CStr(entidad_);
+  if (list.ListIndex() >= 0 && list.Text() == name) {
+    // Already selected: the handler still runs, since a cross-match may have pointed the
+    // property control at another table meanwhile.
+    list.Click.Fire();
+    return;
+  }
+  list.setText(name);
 }
 
 bool CSeleccion::mtdMostrar() {

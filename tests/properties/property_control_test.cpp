@@ -341,7 +341,11 @@ TEST_F(PropertyTest, SavedSelectionFollowsTheControlOrderAndRestoresElsewhere) {
   Txt("txtPais").SetFocus();
   Leave(Box());
   EXPECT_EQ(Txt("txtZona").Text(), "Centro");
-  EXPECT_EQ(Accept("Inm. Propios", [](frmSeleccion&) {}), first);
+  // Accepted as restored (setting the entity again would reset the search field).
+  ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(
+      [](frmSeleccion& dlg) { dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press(); }));
+  EXPECT_TRUE(sel_->mtdMostrar());
+  EXPECT_EQ(sel_->SQLW(), first);
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
