@@ -61,11 +61,12 @@ void CSeleccion::Cruzar(std::int32_t& plngID, std::string& pstrEntidad,
 void CSeleccion::setEntidadesPosibles(const Variant& entidades) {
   entidadesPosibles_ = entidades;
   if (entidades.IsNull()) return;
+  // The list is emptied before the value is read: a value that is no array leaves it empty.
+  form::ComboBox& list = mdlg_->cboEntidad();
+  list.Clear();
   // A list travels as an array whose first dimension holds the names (second dimension
   // taken at its lower bound).
   const Array2D& names = entidades.AsArray();
-  form::ComboBox& list = mdlg_->cboEntidad();
-  list.Clear();
   for (int i = names.LBound(1); i <= names.UBound(1); ++i) {
     if (i > 32767) Raise(err::kOverflow);  // the list is walked with a 16-bit counter
     list.AddItem(CStr(names.at(i, names.LBound(2))));
