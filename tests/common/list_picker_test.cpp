@@ -118,7 +118,7 @@ TEST_F(ListPickerTest, HandsThePickerTheFieldsTheNewIdRuleAndTheStatement) {
       EXPECT_EQ(value("Seleccionar"), Variant("Centro; "));
       EXPECT_EQ(value("anchura"), Variant(std::int16_t{2500}));
       EXPECT_EQ(value("Op_Borrar"), Variant(false));
-      EXPECT_FALSE(instance.steps.front().modal_flag);
+      EXPECT_EQ(instance.steps.front().modal_flag, modalBefore);
       EXPECT_TRUE(instance.steps.back().modal_flag) << "gModalAbierto is True while the list is up";
       EXPECT_EQ(gModalAbierto(), modalBefore) << "restored to what it was";
     }
