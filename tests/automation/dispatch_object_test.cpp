@@ -9,7 +9,7 @@
 namespace cp {
 namespace {
 
-using testing::ErrorNumberOf;
+using testing::CaughtError;
 
 class Sample : public DispatchObject {
  public:
@@ -56,7 +56,7 @@ TEST(DispatchObject, UnsupportedUseRaises438) {
       {"property called with arguments", [&] { s.CallMethod("Titulo", {Variant(1.0)}); }},
   };
   for (const auto& [what, call] : cases) {
-    EXPECT_EQ(ErrorNumberOf(call), err::kPropertyNotFound) << what;
+    EXPECT_EQ(CaughtError(call).number(), err::kPropertyNotFound) << what;
   }
   EXPECT_EQ(s.written, 0);
 }
@@ -68,7 +68,7 @@ TEST(DispatchObject, LateBindingShortcutsAndErrorsOfTheMember) {
   EXPECT_EQ(s.shown, 1);
   EXPECT_EQ(s.CallMethod("SoloLectura").AsLong(), 7);
   // The member's own error reaches the caller unchanged.
-  EXPECT_EQ(ErrorNumberOf([&] { s.SetProperty("SoloEscritura", Variant("no es un número")); }),
+  EXPECT_EQ(CaughtError([&] { s.SetProperty("SoloEscritura", Variant("no es un número")); }).number(),
             err::kTypeMismatch);
   s.SetProperty("soloescritura", Variant("12"));
   EXPECT_EQ(s.written, 12);

@@ -4,9 +4,12 @@
 
 #include "platform/automation/registry.h"
 #include "platform/core/error.h"
+#include "tests/support/errors.h"
 
 namespace cp {
 namespace {
+
+using cp::testing::CaughtError;
 
 TEST(Plugin, MissingLibraryRaisesASpanishErrorNamingIt) {
   const std::string path = "/no/existe/libninguno.so";
@@ -28,12 +31,7 @@ TEST(Plugin, LoadingRegistersItsProgIdsInThisProcess) {
   object->SetProperty("Nombre", Variant("Ana"));
   EXPECT_EQ(object->CallMethod("Saludar").AsString(), "Hola, Ana");
   // The plug-in's objects raise this program's errors.
-  try {
-    object->GetProperty("NoExiste");
-    FAIL() << "no error";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), err::kPropertyNotFound);
-  }
+  EXPECT_EQ(CaughtError([&] { object->GetProperty("NoExiste"); }).number(), err::kPropertyNotFound);
 }
 
 }  // namespace

@@ -4,9 +4,12 @@
 
 #include "platform/automation/dispatch_object.h"
 #include "platform/core/error.h"
+#include "tests/support/errors.h"
 
 namespace cp {
 namespace {
+
+using cp::testing::CaughtError;
 
 class Tagged : public DispatchObject {
  public:
@@ -79,12 +82,7 @@ TEST(Registry, FactoryFailures) {
   ScopedProgId failing("Prueba.Falla", []() -> std::shared_ptr<Dispatch> {
     Raise(err::kOutOfMemory);
   });
-  try {
-    CreateObject("Prueba.Falla");
-    FAIL() << "no error";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), err::kOutOfMemory);
-  }
+  EXPECT_EQ(CaughtError([&] { CreateObject("Prueba.Falla"); }).number(), err::kOutOfMemory);
   EXPECT_THROW(RegisterProgId("", MakesTagged("x")), Error);
   EXPECT_THROW(RegisterProgId("Prueba.Vacia", ObjectFactory{}), Error);
   EXPECT_FALSE(UnregisterProgId("Prueba.Vacia"));

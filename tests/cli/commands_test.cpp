@@ -13,7 +13,7 @@
 namespace cp::cli {
 namespace {
 
-using testing::PlainDb;
+using testing::ScratchDb;
 using testing::ScratchDir;
 
 using testing::Result;
@@ -54,12 +54,12 @@ TEST(InitDbCommand, CreatesTheSchemaAndOnlyWithDemoTheRows) {
   const Result empty = RunInitDb({dir.File("vacia.db"), false, 2000});
   ASSERT_EQ(empty.status, kExitOk) << empty.err;
   EXPECT_EQ(empty.err, "");
-  EXPECT_EQ(PlainDb(dir.File("vacia.db")).Count("SELECT count(*) FROM Pais"), 0);
+  EXPECT_EQ(ScratchDb(dir.File("vacia.db")).Count("SELECT count(*) FROM Pais"), 0);
 
   const Result demo = RunInitDb({dir.File("demo.db"), true, 40});
   ASSERT_EQ(demo.status, kExitOk) << demo.err;
   EXPECT_NE(demo.out.find("demo.db"), std::string::npos);
-  PlainDb db(dir.File("demo.db"));
+  ScratchDb db(dir.File("demo.db"));
   EXPECT_EQ(db.Count("SELECT count(*) FROM IPropio"), 40);
   EXPECT_EQ(db.Count("SELECT count(*) FROM Demanda"), 20);
 }
@@ -104,7 +104,7 @@ class SqlCommand : public ::testing::Test {
   void SetUp() override {
     path_ = dir_.File("sql.db");
     ASSERT_EQ(RunInitDb({path_, false, 0}).status, kExitOk);
-    PlainDb db(path_);
+    ScratchDb db(path_);
     db.Exec(
         "INSERT INTO IPropio (IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
         "FechaActualizacion, Notas, Exclusividad, Huecos) VALUES "

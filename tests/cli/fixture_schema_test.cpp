@@ -77,7 +77,7 @@ TEST(FixtureSchema, EveryFixtureTableAndColumnExistsWithACompatibleType) {
   const std::string path = dir.File("esquema.db");
   std::ostringstream out, err;
   ASSERT_EQ(InitDb({path, false, 0}, out, err), kExitOk) << err.str();
-  testing::PlainDb db(path);
+  testing::ScratchDb db(path);
 
   for (const auto& [table, columns] : fixture) {
     std::map<std::string, std::string> ours;

@@ -15,7 +15,7 @@
 namespace cp::cli {
 namespace {
 
-using testing::PlainDb;
+using testing::ScratchDb;
 using testing::ScratchDir;
 
 using testing::Result;

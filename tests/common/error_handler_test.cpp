@@ -161,14 +161,6 @@ TEST_F(ErrorHandlerTest, LogGoesToTheSharedFolderWithOrWithoutSlash) {
   }
 }
 
-TEST_F(ErrorHandlerTest, NoSharedFolderLogsToTheTemporaryFolder) {
-  setenv("TMPDIR", dir_.c_str(), 1);
-  setErrLogPath("");
-  ManejarError("a", Error(3200, "d"));
-  EXPECT_EQ(ReadFile(dir_ + "/Norvak/ErrLog[_].txt"),
-            "05/03/24 09:07:02 a [3200] d\n    Formularios: \n");
-}
-
 TEST_F(ErrorHandlerTest, UnwritableLogIsReportedOnceAndNotHandledAgain) {
   const std::string blocker = dir_ + "/not-a-folder";
   std::ofstream(blocker) << "x";

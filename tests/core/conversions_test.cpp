@@ -11,7 +11,7 @@
 namespace cp {
 namespace {
 
-using testing::ErrorNumberOf;
+using testing::CaughtError;
 
 TEST(ParseNumber, FollowsTheTextConventions) {
   struct Case {
@@ -79,16 +79,16 @@ TEST(CLngAndCInt, OverflowAndMismatch) {
   EXPECT_EQ(CInt(Variant(32767.0)), 32767);
   EXPECT_EQ(CInt(Variant(-32768.0)), -32768);
   EXPECT_EQ(CInt(Variant(32766.5)), 32766);  // half to even stays in range
-  EXPECT_EQ(ErrorNumberOf([] { CInt(Variant(32767.5)); }), err::kOverflow);  // rounds to 32768
-  EXPECT_EQ(ErrorNumberOf([] { CInt(Variant(-32768.6)); }), err::kOverflow);
-  EXPECT_EQ(ErrorNumberOf([] { CInt(Variant("40.000")); }), err::kOverflow);
+  EXPECT_EQ(CaughtError([] { CInt(Variant(32767.5)); }).number(), err::kOverflow);  // rounds to 32768
+  EXPECT_EQ(CaughtError([] { CInt(Variant(-32768.6)); }).number(), err::kOverflow);
+  EXPECT_EQ(CaughtError([] { CInt(Variant("40.000")); }).number(), err::kOverflow);
   EXPECT_EQ(CLng(Variant(2147483647.0)), 2147483647);
-  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant(2147483647.5)); }), err::kOverflow);
-  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant(-2147483649.0)); }), err::kOverflow);
-  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant("1e3")); }), err::kTypeMismatch);
-  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant("")); }), err::kTypeMismatch);
-  EXPECT_EQ(ErrorNumberOf([] { CLng(Variant::Null()); }), err::kInvalidUseOfNull);
-  EXPECT_EQ(ErrorNumberOf([] { CStr(Variant::Null()); }), err::kInvalidUseOfNull);
+  EXPECT_EQ(CaughtError([] { CLng(Variant(2147483647.5)); }).number(), err::kOverflow);
+  EXPECT_EQ(CaughtError([] { CLng(Variant(-2147483649.0)); }).number(), err::kOverflow);
+  EXPECT_EQ(CaughtError([] { CLng(Variant("1e3")); }).number(), err::kTypeMismatch);
+  EXPECT_EQ(CaughtError([] { CLng(Variant("")); }).number(), err::kTypeMismatch);
+  EXPECT_EQ(CaughtError([] { CLng(Variant::Null()); }).number(), err::kInvalidUseOfNull);
+  EXPECT_EQ(CaughtError([] { CStr(Variant::Null()); }).number(), err::kInvalidUseOfNull);
 }
 
 TEST(CStr, WritesUnderTheConventions) {
@@ -170,7 +170,7 @@ TEST(Dates, SerialsMatchTheRuntime) {
   const DateParts p = SplitDate(MakeDate(1899, 12, 29, 6));
   EXPECT_EQ(p.day, 29);
   EXPECT_EQ(p.hour, 6);
-  EXPECT_EQ(ErrorNumberOf([] { MakeDate(2005, 2, 29); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(CaughtError([] { MakeDate(2005, 2, 29); }).number(), err::kInvalidProcedureCall);
 }
 
 }  // namespace

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "platform/core/error.h"
+#include "tests/support/errors.h"
 
 namespace cp {
 namespace {
+
+using cp::testing::CaughtError;
 
 TEST(Variant, TypeNamesAndExactAccess) {
   EXPECT_EQ(Variant().TypeName(), "Empty");
@@ -29,12 +32,7 @@ TEST(Array2D, BoundsAndSubscripts) {
   a.at(2, 3) = Variant("último");
   a.at(0, 1) = Variant(-1);
   EXPECT_EQ(a.at(2, 3), Variant("último"));
-  try {
-    a.at(3, 1);
-    FAIL();
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), err::kSubscriptOutOfRange);
-  }
+  EXPECT_EQ(CaughtError([&] { a.at(3, 1); }).number(), err::kSubscriptOutOfRange);
   EXPECT_THROW(a.at(0, 0), Error);
   EXPECT_THROW(a.LBound(3), Error);
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/agency_db.h"
+#include "tests/support/scratch_db.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
@@ -59,7 +59,7 @@ INSERT INTO Codigo VALUES ('A7', 'Alfa'), ('B2', 'Beta');
 class CriteriaTest : public CommonTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = CreateAgencyDb("cp_criteria", kFixtureRows);
+    path_ = ScratchDb::Create("cp_criteria", kFixtureRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 

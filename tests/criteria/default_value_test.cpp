@@ -5,6 +5,7 @@
 #include "platform/form/frame.h"
 #include "platform/form/label.h"
 #include "tests/criteria/criteria_fixture.h"
+#include "tests/support/errors.h"
 
 namespace cp::testing {
 namespace {
@@ -47,12 +48,7 @@ TEST_F(DefaultValueTest, ControlsWithoutDefaultPropertyRaise438) {
   const form::Control* without[] = {&form_.AddCommandButton("cmdOk"), &form_.AddFrame("fraX")};
   for (const auto* control : without) {
     SCOPED_TRACE(control->TypeName());
-    try {
-      form::DefaultValue(*control);
-      ADD_FAILURE() << "expected 438";
-    } catch (const Error& e) {
-      EXPECT_EQ(e.number(), 438);
-    }
+    EXPECT_EQ(CaughtError([&] { form::DefaultValue(*control); }).number(), 438);
   }
 }
 

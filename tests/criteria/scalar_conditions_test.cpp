@@ -4,6 +4,7 @@
 #include "criteria/mseleccion.h"
 #include "platform/form/command_button.h"
 #include "tests/criteria/criteria_fixture.h"
+#include "tests/support/errors.h"
 
 namespace cp::testing {
 namespace {
@@ -96,12 +97,7 @@ TEST_F(ScalarConditionsTest, AuxiliarySearchLetsDatabaseErrorsReachTheCaller) {
   EXPECT_THROW(SQL_BuscarAux("'x'", where, "T", "IdUsuario", "NoExiste", "Nombre"), Error);
   EXPECT_EQ(where, "C");
   setBD(nullptr);
-  try {
-    SQL_BuscarAux("'x'", where, "T", "IdUsuario", "Usuario", "Nombre");
-    ADD_FAILURE() << "no database must raise";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), 91);
-  }
+  EXPECT_EQ(CaughtError([&] { SQL_BuscarAux("'x'", where, "T", "IdUsuario", "Usuario", "Nombre"); }).number(), 91);
   EXPECT_EQ(where, "C");
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
@@ -150,18 +146,8 @@ TEST_F(ScalarConditionsTest, NonNumericValueLeavesConditionAndFieldNamesAlone) {
 TEST_F(ScalarConditionsTest, RangeBuilderErrorsPropagateBeforeTouchingAnything) {
   std::string where = "C", low = "Min", high = "Max";
   auto& button = form_.AddCommandButton("cmdX");
-  try {
-    SQL_NumEntre(button, where, "T", low, high, false);
-    ADD_FAILURE() << "a button has no default value";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), 438);
-  }
-  try {
-    SQL_NumEntre(Text("99999999999"), where, "T", low, high, false);
-    ADD_FAILURE() << "overflow expected";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), 6);
-  }
+  EXPECT_EQ(CaughtError([&] { SQL_NumEntre(button, where, "T", low, high, false); }).number(), 438);
+  EXPECT_EQ(CaughtError([&] { SQL_NumEntre(Text("99999999999"), where, "T", low, high, false); }).number(), 6);
   EXPECT_EQ(where, "C");
   EXPECT_EQ(low, "Min");
   EXPECT_TRUE(messenger_->shown().empty());

@@ -18,7 +18,7 @@
 namespace cp::form {
 namespace {
 
-using cp::testing::ErrorNumberOf;
+using cp::testing::CaughtError;
 using testing::Log;
 
 TEST(ControlContainer, KeepsCreationOrderAndFindsArraysByIndex) {
@@ -69,7 +69,7 @@ TEST(ControlContainer, LookupErrors) {
       {[&] { f.AddLabel(""); }, err::kInvalidProcedureCall},
   };
   for (std::size_t i = 0; i < cases.size(); ++i) {
-    EXPECT_EQ(ErrorNumberOf(cases[i].first), cases[i].second) << "case " << i;
+    EXPECT_EQ(CaughtError(cases[i].first).number(), cases[i].second) << "case " << i;
   }
   EXPECT_EQ(f.Controls().size(), 3u);
 }
@@ -82,8 +82,8 @@ TEST(ControlContainer, HoldsUserControlsSeenByTheirClassName) {
   EXPECT_EQ(placed.TypeName(), "SeleccionCli");
   EXPECT_EQ(&dialog.Get<UserControl>("seleccioncli1").Content().Get<TextBox>("txtPalabras"),
             &words);
-  EXPECT_EQ(ErrorNumberOf([&] { placed.SetFocus(); }), err::kPropertyNotFound);
-  EXPECT_EQ(ErrorNumberOf([&] { dialog.AddUserControl("SeleccionInm1", nullptr); }),
+  EXPECT_EQ(CaughtError([&] { placed.SetFocus(); }).number(), err::kPropertyNotFound);
+  EXPECT_EQ(CaughtError([&] { dialog.AddUserControl("SeleccionInm1", nullptr); }).number(),
             err::kInvalidProcedureCall);
   EXPECT_EQ(dialog.Controls().size(), 1u);
 }
@@ -147,15 +147,15 @@ TEST_F(FocusFixture, ControlsThatCannotTakeTheFocus) {
   b.setParent(&frame);
   a.SetFocus();
   frame.setVisible(false);
-  EXPECT_EQ(ErrorNumberOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(CaughtError([&] { b.SetFocus(); }).number(), err::kInvalidProcedureCall);
   frame.setVisible(true);
   frame.setEnabled(false);
-  EXPECT_EQ(ErrorNumberOf([&] { b.SetFocus(); }), err::kInvalidProcedureCall);
-  EXPECT_EQ(ErrorNumberOf([&] { label.SetFocus(); }), err::kPropertyNotFound);
-  EXPECT_EQ(ErrorNumberOf([&] { frame.SetFocus(); }), err::kPropertyNotFound);
+  EXPECT_EQ(CaughtError([&] { b.SetFocus(); }).number(), err::kInvalidProcedureCall);
+  EXPECT_EQ(CaughtError([&] { label.SetFocus(); }).number(), err::kPropertyNotFound);
+  EXPECT_EQ(CaughtError([&] { frame.SetFocus(); }).number(), err::kPropertyNotFound);
   EXPECT_EQ(f.ActiveControl(), &a);
-  EXPECT_EQ(ErrorNumberOf([&] { frame.setParent(&frame); }), err::kInvalidProcedureCall);
-  EXPECT_EQ(ErrorNumberOf([&] { frame.setParent(&label); }), err::kInvalidProcedureCall);
+  EXPECT_EQ(CaughtError([&] { frame.setParent(&frame); }).number(), err::kInvalidProcedureCall);
+  EXPECT_EQ(CaughtError([&] { frame.setParent(&label); }).number(), err::kInvalidProcedureCall);
   // Hiding the focused control takes the focus away, with LostFocus but no Validate.
   Trace(a);
   a.setVisible(false);

@@ -9,7 +9,7 @@
 
 namespace cp::form::testing {
 
-using cp::testing::ErrorNumberOf;
+using cp::testing::CaughtError;
 
 struct Log {
   std::vector<std::string> entries;

@@ -4,9 +4,12 @@
 
 #include "platform/core/error.h"
 #include "platform/jetsql/translator.h"
+#include "tests/support/errors.h"
 
 namespace cp::jetsql {
 namespace {
+
+using cp::testing::CaughtError;
 
 struct Refusal {
   const char* jet;
@@ -109,12 +112,7 @@ TEST(TranslateErrors, SqliteRefusesDistinctStarButPostgresWritesIt) {
 
 TEST(TranslateErrors, ChrOutsideTheCodePageIsAnInvalidCall) {
   for (const char* jet : {"T.x = chr(256)", "T.x = chr(-1)"}) {
-    try {
-      TranslateCondition(jet, Dialect::Sqlite);
-      ADD_FAILURE() << jet;
-    } catch (const Error& e) {
-      EXPECT_EQ(e.number(), 5) << jet;
-    }
+    EXPECT_EQ(CaughtError([&] { TranslateCondition(jet, Dialect::Sqlite); }).number(), 5) << jet;
   }
 }
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/agency_db.h"
+#include "tests/support/scratch_db.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
@@ -122,7 +122,7 @@ inline std::string DescribeMessages(const ScriptedMessenger& m) {
 class PropertyTest : public HostTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = CreateAgencyDb("cp_properties", kPropertyRows);
+    path_ = ScratchDb::Create("cp_properties", kPropertyRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/agency_db.h"
+#include "tests/support/scratch_db.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
@@ -46,7 +46,7 @@ INSERT INTO TipoCategoria (IdTipoCategoria, Nombre) VALUES (1, 'Inversor'), (2, 
 class SelectionTest : public HostTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = CreateAgencyDb("cp_selection", kContactRows);
+    path_ = ScratchDb::Create("cp_selection", kContactRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
 

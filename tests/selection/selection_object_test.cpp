@@ -40,7 +40,7 @@ TEST_F(SelectionTest, EntityList) {
   EXPECT_EQ(dlg.cboEntidad().ListCount(), 8);
   sel_->setEntidadesPosibles(Names({"Clientes", "Notarios"}));
   EXPECT_EQ(Items(dlg.cboEntidad()), (std::vector<std::string>{"Clientes", "Notarios"}));
-  EXPECT_EQ(ErrorNumberOf([&] { sel_->setEntidadesPosibles(Variant("Clientes")); }),
+  EXPECT_EQ(CaughtError([&] { sel_->setEntidadesPosibles(Variant("Clientes")); }).number(),
             err::kTypeMismatch);
 }
 
@@ -58,7 +58,7 @@ TEST_F(SelectionTest, EmptyEntityTakesTheFirstOfTheList) {
 }
 
 TEST_F(SelectionTest, UnknownEntityIsStoredThenRefused) {
-  EXPECT_NE(ErrorNumberOf([&] { sel_->setEntidad("Notarios"); }), 0);
+  EXPECT_NE(CaughtError([&] { sel_->setEntidad("Notarios"); }).number(), 0);
   EXPECT_EQ(sel_->Entidad(), "Notarios");
   EXPECT_FALSE(sel_->Dialog().SeleccionCli1Control().Visible());
   EXPECT_FALSE(sel_->Dialog().SeleccionInm1Control().Visible());
@@ -216,8 +216,8 @@ TEST_F(SelectionTest, ReachableByProgIdAndByName) {
   EXPECT_EQ(obj->CallMethod("mtdMostrar"), Variant(true));
   EXPECT_EQ(obj->GetProperty("SQLW"), Variant("Cliente.Alias LIKE '*ruiz*'"));
   EXPECT_EQ(obj->GetProperty("GuardarSeleccion"), Variant(false));
-  EXPECT_EQ(ErrorNumberOf([&] { obj->GetProperty("PathDB"); }), err::kPropertyNotFound);
-  EXPECT_EQ(ErrorNumberOf([&] { obj->SetProperty("BD", Variant("demo.db")); }), err::kTypeMismatch);
+  EXPECT_EQ(CaughtError([&] { obj->GetProperty("PathDB"); }).number(), err::kPropertyNotFound);
+  EXPECT_EQ(CaughtError([&] { obj->SetProperty("BD", Variant("demo.db")); }).number(), err::kTypeMismatch);
 }
 
 TEST_F(SelectionTest, FailingAcceptIsReportedAndRaisesNothing) {
