@@ -577,6 +577,11 @@ class Generator {
     const auto& countries = demo::Countries();
     for (std::int64_t id = 1; id <= sizes_.demands; ++id) {
       t.Set("IdDemanda", id).Set("IdCliente", AnyClient());
+      // "No preference" is the empty text, as the demand forms write it: the cross-match
+      // finds such demands through "= ''", never through Null.
+      for (const char* column :
+           {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"})
+        t.Set(column, std::string());
       const Place& place = AnyPlace();
       if (rng_.Percent(92)) {
         std::vector<std::string_view> pais = {place.country_name};
@@ -629,10 +634,7 @@ class Generator {
       if (rng_.Percent(15)) t.Set("IdAgencia", AnyAgency());
       t.Set("IdUsuario", AnyUser()).Set("IdDestino", rng_.Between(1, 3));
       if (rng_.Percent(50)) t.Set("IdAcceso", rng_.Between(1, 5));
-      const std::int64_t c = rng_.Below(100);
-      if (c < 5)
-        t.Set("Categorias", std::string());
-      else if (c < 45)
+      if (rng_.Below(100) < 45)
         t.Set("Categorias", MultiValue(PickSome(rng_, demo::PropertyCategories(),
                                                 static_cast<int>(rng_.Between(1, 2)))));
 

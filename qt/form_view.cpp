@@ -164,7 +164,7 @@ class FocusTracker : public QObject {
       // Leaving a user control for its form (or the other way) validates what is left.
       form::Control* left = current;
       if (left && left != target && &left->Container() != &container &&
-          left->Container().ActiveControl() == left) {
+          left->Container().ActiveControl() == left && target->CausesValidation()) {
         bool cancel = false;
         left->Validate.Fire(cancel);
         if (cancel) {
@@ -644,6 +644,15 @@ QWidget* FormView::WidgetOf(const form::Control& control) const {
   const Binding* b = BindingOf(control);
   if (!b) return nullptr;
   return b->input ? b->input : b->outer;
+}
+
+bool FormView::FocusAsUser(std::string_view name) {
+  form::Control* control = container_->Find(name, -1);
+  Binding* b = control ? BindingOf(*control) : nullptr;
+  if (!b || !b->input || detached_) return false;
+  if (!tracker_->UserMove(this, control, b->input)) return false;
+  if (!detached_) tracker_->MoveRealFocus(b->input, control);
+  return true;
 }
 
 QWidget* FormView::WidgetOf(std::string_view name, int index) const {

@@ -55,6 +55,10 @@ class FormView : public QWidget {
   // The nested view of a user control of this container, or nullptr.
   FormView* NestedView(std::string_view name, int index = -1) const;
 
+  // Moves the focus to a control of this container as the user's click would (the model
+  // validates what is left); returns false when it was refused.
+  bool FocusAsUser(std::string_view name);
+
   // Stops all traffic between the widgets and the model, for good (the model's window is
   // being unloaded). Nested views are detached with it.
   void Detach();

@@ -1,6 +1,7 @@
 #include "qt/qt_modal_runner.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -21,6 +22,11 @@ SelectionWindow::SelectionWindow(frmSeleccion& dialog, QWidget* parent)
   setMinimumSize(720, 520);
   resize(sizeHint().expandedTo(QSize(760, 560)));
   unloadedId_ = dialog.Unloaded.Connect([this] { Finish(); });
+  if (QPushButton* aceptar = Button("cmdAceptar")) aceptar->setDefault(true);
+}
+
+QPushButton* SelectionWindow::Button(const char* name) const {
+  return qobject_cast<QPushButton*>(view_->WidgetOf(name));
 }
 
 SelectionWindow::~SelectionWindow() {
@@ -44,8 +50,25 @@ void SelectionWindow::closeEvent(QCloseEvent* event) {
 }
 
 void SelectionWindow::reject() {
-  // Escape: the original dialog has no cancel button property, so the key does nothing.
-  if (finished_) QDialog::reject();
+  if (finished_) {
+    QDialog::reject();
+  } else if (QPushButton* cancelar = Button("cmdCancelar")) {
+    cancelar->click();  // no focus move: nothing is validated
+  }
+}
+
+void SelectionWindow::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  // Shift+Enter belongs to the box (it opens a list); a focused button takes Enter itself.
+  if (!enter || (event->modifiers() & ~Qt::KeypadModifier) || finished_) {
+    QDialog::keyPressEvent(event);
+    return;
+  }
+  event->accept();
+  QPushButton* aceptar = Button("cmdAceptar");
+  if (!aceptar || !aceptar->isEnabled() || !aceptar->isVisible()) return;
+  // As a click would: the focus moves first, and a box that refuses to let go wins.
+  if (view_->FocusAsUser("cmdAceptar") && !finished_) aceptar->click();
 }
 
 bool SelectionWindow::event(QEvent* event) {

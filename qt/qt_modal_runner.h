@@ -4,6 +4,7 @@
 // unloads the window (its owner does so after Aceptar or Cancel) or when the user closes it
 // with the close box, which unloads it without any event.
 #include <QDialog>
+#include <QPushButton>
 
 #include "selection/modal_runner.h"
 
@@ -20,8 +21,9 @@ class QtModalRunner : public ModalRunner {
   void RunModal(frmSeleccion& dialog) override;
 };
 
-// The window itself. Form_Activate runs the first time it becomes active; Escape does
-// nothing (the dialog has no cancel button of its own: Cancelar must be pressed).
+// The window itself. Form_Activate runs the first time it becomes active. Enter presses
+// "Aceptar" as a click does (the box left is validated first); Escape presses "Cancelar",
+// which, like the close box, never validates the box left.
 class SelectionWindow : public QDialog {
  public:
   // dialog must be loaded and outlive the window; the window shows dialog.Controls().
@@ -33,10 +35,12 @@ class SelectionWindow : public QDialog {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void reject() override;
+  void keyPressEvent(QKeyEvent* event) override;
   bool event(QEvent* event) override;
 
  private:
   void Finish();
+  QPushButton* Button(const char* name) const;
 
   frmSeleccion& dialog_;
   FormView* view_;

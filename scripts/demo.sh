@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The main job: the component at work on the embedded SQLite demo database. With a display
 # it opens the demo host window; without one it walks through a contact selection, a
-# property selection and a cross-match on the command line.
+# property selection and a cross-match in each direction on the command line.
 # Usage: scripts/demo.sh BUILD_DIR. Creates demo.db beside the build output when missing.
 set -euo pipefail
 build=${1:-build}
@@ -30,8 +30,17 @@ section "Inmuebles propios en España con al menos 3 huecos, amueblados"
 "$tool" query where --db "$db" --entity 'Inm. Propios' \
   --set 'txtPais=España' --set 'txtHuecos=3' --set 'chkAmueblado=1' | first_rows
 
-section "Cruce: la demanda 1 contra los inmuebles propios"
-"$tool" query cross --db "$db" --id 1 --from Demandas --to 'Inm. Propios' | first_rows
+# The first record of a side that crosses with something, so that each cross shows rows.
+first_matching() {
+  "$tool" match --db "$db" --from "$1" --limit 300 | awk -F'\t' 'NR > 1 && $2 > 0 && !id { id = $1 } END { print id }'
+}
+demand=$(first_matching Demandas)
+section "Cruce: la demanda $demand contra los inmuebles propios"
+"$tool" query cross --db "$db" --id "$demand" --from Demandas --to 'Inm. Propios' | first_rows
+
+property=$(first_matching 'Inm. Propios')
+section "Cruce: el inmueble propio $property contra las demandas"
+"$tool" query cross --db "$db" --id "$property" --from 'Inm. Propios' --to Demandas | first_rows
 
 printf '\nMás: %s --help (where, cross, query, sql, translate, init-db).\n' "$tool"
 printf '\nNo hay pantalla ($DISPLAY): ésta ha sido la versión de línea de órdenes.\n'

@@ -53,7 +53,9 @@ void frmSeleccion::Load() {
   f.AddLabel("lblGrupo").setCaption("Seleccionar en");
   w->cboEntidad = &f.AddComboBox("cboEntidad");
   f.AddFrame("fraTodo");
-  f.AddCommandButton("cmdCancelar").setCaption("&Cancelar");
+  auto& cancelar = f.AddCommandButton("cmdCancelar");
+  cancelar.setCaption("&Cancelar");
+  cancelar.setCausesValidation(false);  // leaving never validates the box left
   w->cliControl = &f.AddUserControl("SeleccionCli1", w->cli.SharedControls());
   w->inmControl = &f.AddUserControl("SeleccionInm1", w->inm.SharedControls());
   w->chkGuardar = &f.AddCheckBox("chkGuardar");

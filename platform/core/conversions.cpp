@@ -1,5 +1,6 @@
 #include "platform/core/conversions.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -69,8 +70,8 @@ std::string TwoDigits(int n) {
 std::string DoubleText(double d) {
   if (d == 0) return "0";
   char buf[64];
-  std::snprintf(buf, sizeof buf, "%.15g", d);
-  std::string s = buf;
+  const auto written = std::to_chars(buf, buf + sizeof buf, d, std::chars_format::general, 15);
+  std::string s(buf, written.ptr);
   for (char& c : s)
     if (c == '.') c = ',';
   return s;
@@ -99,8 +100,20 @@ std::optional<double> ParseNumber(std::string_view text) {
   for (char c : integer)
     if (c != '.') plain += c;
   if (!fraction.empty()) plain += "." + std::string(fraction);
-  const double value = std::strtod(plain.c_str(), nullptr);
-  return negative ? -value : value;
+  const auto value = ParsePlainNumber(plain);
+  if (!value) return std::nullopt;
+  return negative ? -*value : *value;
+}
+
+// std::from_chars, unlike strtod, never looks at LC_NUMERIC (Qt sets it from the desktop).
+std::optional<double> ParsePlainNumber(std::string_view text) {
+  if (text.size() > 1 && text.front() == '+' && text[1] != '-' && text[1] != '+')
+    text.remove_prefix(1);
+  double value = 0;
+  const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (ec != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
+    return std::nullopt;
+  return value;
 }
 
 bool IsNumeric(const Variant& value) {

@@ -17,6 +17,10 @@ namespace cp {
 // Returns nullopt for anything else (empty text, letters, misplaced grouping, "1e3").
 std::optional<double> ParseNumber(std::string_view text);
 
+// Parses a number as C and SQL write it ("2.5", "-1e3", ".5"), whatever the machine's locale;
+// the whole text must be the number. Returns nullopt for anything else, infinities included.
+std::optional<double> ParsePlainNumber(std::string_view text);
+
 // True for Empty, Boolean and numeric values, and for text that ParseNumber accepts.
 // False for Null, dates, arrays and objects.
 bool IsNumeric(const Variant& value);

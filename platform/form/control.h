@@ -38,6 +38,10 @@ class Control {
   void setVisible(bool visible);
   const std::string& Tag() const { return tag_; }
   void setTag(std::string tag);
+  // False for a control whose focus must not validate the control left (a cancel button):
+  // moving the focus to it fires no Validate.
+  bool CausesValidation() const { return causesValidation_; }
+  void setCausesValidation(bool causes) { causesValidation_ = causes; }
 
   // The frame or tab strip this control is drawn in (nullptr: the container itself), and for
   // a tab strip the tab page (-1 otherwise). A hidden or disabled frame hides or disables
@@ -82,6 +86,7 @@ class Control {
   bool enabled_ = true;
   bool visible_ = true;
   std::string tag_;
+  bool causesValidation_ = true;
   Control* parent_ = nullptr;
   int parentTab_ = -1;
 };

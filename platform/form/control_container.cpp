@@ -132,7 +132,7 @@ bool ControlContainer::MoveFocus(Control& target) {
   if (!target.EffectivelyEnabled() || !target.EffectivelyVisible()) RaiseInvalidCall();
   Control* previous = active_;
   if (previous == &target) return true;
-  if (previous) {
+  if (previous && target.CausesValidation()) {
     bool cancel = false;
     previous->Validate.Fire(cancel);
     if (cancel) {

@@ -83,8 +83,9 @@ class ControlContainer {
 
   // The control that has the focus, or nullptr.
   Control* ActiveControl() const { return active_; }
-  // Moves the focus as the runtime does: the control that has it gets Validate(cancel) and,
-  // if a handler cancels, keeps the focus (returns false). Otherwise it gets LostFocus and
+  // Moves the focus as the runtime does: the control that has it gets Validate(cancel) unless
+  // the target does not cause validation, and if a handler cancels, keeps the focus (returns
+  // false). Otherwise it gets LostFocus and
   // the target GotFocus. Moving to the control that has the focus does nothing.
   // Raises 438 for a control that cannot have focus, 5 for one (or a parent) that is disabled
   // or invisible, both before any event.

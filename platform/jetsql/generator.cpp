@@ -199,7 +199,7 @@ Sql Generator::Arith(const Expr& e) const {
 // The value of a number literal, possibly negated or in parentheses.
 std::optional<double> ConstantNumber(const Expr& e) {
   switch (e.kind) {
-    case Expr::Kind::Number: return std::stod(e.text);
+    case Expr::Kind::Number: return ParsePlainNumber(e.text);
     case Expr::Kind::Group: return ConstantNumber(*e.args[0]);
     case Expr::Kind::Negate: {
       auto inner = ConstantNumber(*e.args[0]);

@@ -276,12 +276,7 @@ void DateFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
 // plain "2.5" form.
 std::optional<double> TextNumber(std::string_view text) {
   if (auto n = ParseNumber(text)) return n;
-  std::string s = Trim(text);
-  if (s.empty()) return std::nullopt;
-  char* end = nullptr;
-  double d = std::strtod(s.c_str(), &end);
-  if (end != s.c_str() + s.size() || !std::isfinite(d)) return std::nullopt;
-  return d;
+  return ParsePlainNumber(Trim(text));
 }
 
 bool IsNumberValue(sqlite3_value* v) {

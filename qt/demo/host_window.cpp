@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -45,6 +46,53 @@ std::string KeyOf(const std::string& entity) {
   return {};
 }
 
+// Readable headers; other columns are split at their capitals ("FechaAlta": "Fecha alta").
+QString Header(const std::string& column) {
+  static const std::map<std::string, const char*> headers = {
+      {"IdCliente", "Cliente"}, {"IdPais", "País"}, {"Pais", "País"},
+      {"IdProvincia", "Provincia"}, {"Provincia", "Provincia"}, {"IdPoblacion", "Población"},
+      {"Poblacion", "Población"}, {"IdZona", "Zona"}, {"IdTipoInmueble", "Tipo"},
+      {"TipoInmueble", "Tipo"}, {"IdOperacion", "Operación"}, {"IdAliasInmueble", "Inmueble"},
+      {"IdCalefaccion", "Calefacción"}, {"IdAgencia", "Agencia"}, {"IdUsuario", "Usuario"},
+      {"IdAcceso", "Acceso"}, {"IdDestino", "Destino"}, {"Categorias", "Categorías"},
+      {"PrecioMinimo", "Precio mínimo"}, {"PrecioMaximo", "Precio máximo"},
+      {"SuperficieMaxima", "Superficie máxima"}, {"Banios", "Baños"},
+      {"FechaActualizacion", "Actualizado"}, {"FechaTransmision", "Transmitido el"},
+      {"FechaEnvioAnotaciones", "Envío de anotaciones"}, {"Organizacion", "Organización"},
+      {"PagWeb", "Página web"}};
+  if (const auto it = headers.find(column); it != headers.end()) return QString::fromUtf8(it->second);
+  QString text;
+  for (const char ch : column) {
+    if (!text.isEmpty() && ch >= 'A' && ch <= 'Z') {
+      text += ' ';
+      text += QChar(ch).toLower();
+    } else {
+      text += QChar(ch);
+    }
+  }
+  return text;
+}
+
+// Lookup ids shown by the name they stand for: column, table, key, name.
+struct Lookup {
+  const char *column, *table, *key, *name;
+};
+constexpr Lookup kLookups[] = {
+    {"IdCliente", "Cliente", "IdCliente", "Alias"},
+    {"IdPais", "Pais", "IdPais", "Nombre"},
+    {"IdProvincia", "Provincia", "IdProvincia", "Nombre"},
+    {"IdPoblacion", "Poblacion", "IdPoblacion", "Nombre"},
+    {"IdZona", "Zona", "IdZona", "Nombre"},
+    {"IdTipoInmueble", "TipoInmueble", "IdTipoInmueble", "Nombre"},
+    {"IdOperacion", "Operacion", "IdOperacion", "Operacion"},
+    {"IdAliasInmueble", "AliasInmueble", "IdAliasInmueble", "Inmueble"},
+    {"IdCalefaccion", "Calefaccion", "IdCalefaccion", "Calefaccion"},
+    {"IdAcceso", "Acceso", "IdAcceso", "Acceso"},
+    {"IdAgencia", "Agencia", "IdAgencia", "Alias"},
+    {"IdUsuario", "Usuario", "IdUsuario", "Nombre"}};
+
+constexpr int kConditionLines = 3;
+
 void Tell(const std::string& text) {
   CurrentMessenger()->Show(text, msg::kExclamation, kTitle);
 }
@@ -82,10 +130,21 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
   select_->setDefault(true);
   cross_ = new QPushButton(QStringLiteral("&Cruzar"), central);
   cross_->setObjectName(QStringLiteral("cmdCruzar"));
-  condition_ = new QLabel(central);
+  condition_ = new QLabel;
   condition_->setObjectName(QStringLiteral("lblCondicion"));
   condition_->setWordWrap(true);
   condition_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  condition_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  // A long condition would push the rows down: a few lines, the rest on demand.
+  auto* conditionArea = new QScrollArea(central);
+  conditionArea->setWidget(condition_);
+  conditionArea->setWidgetResizable(true);
+  conditionArea->setFrameShape(QFrame::NoFrame);
+  conditionArea_ = conditionArea;
+  conditionMore_ = new QPushButton(QStringLiteral("&Ver toda"), central);
+  conditionMore_->setObjectName(QStringLiteral("cmdVerCondicion"));
+  conditionMore_->setCheckable(true);
+  ShowWholeCondition(false);
   count_ = new QLabel(central);
   count_->setObjectName(QStringLiteral("lblFilas"));
   rows_ = new QTableWidget(central);
@@ -105,7 +164,10 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
   top->addStretch(1);
   auto* layout = new QVBoxLayout(central);
   layout->addLayout(top);
-  layout->addWidget(condition_);
+  auto* conditionRow = new QHBoxLayout;
+  conditionRow->addWidget(conditionArea_, 1);
+  conditionRow->addWidget(conditionMore_, 0, Qt::AlignTop);
+  layout->addLayout(conditionRow);
   layout->addWidget(count_);
   layout->addWidget(rows_, 1);
   setCentralWidget(central);
@@ -114,6 +176,8 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
   condition_->setText(QStringLiteral("Elija una entidad y pulse «Seleccionar…»."));
   connect(select_, &QPushButton::clicked, this, [this] { Select(); });
   connect(cross_, &QPushButton::clicked, this, [this] { CrossSelected(); });
+  connect(conditionMore_, &QPushButton::toggled, this, [this](bool on) { ShowWholeCondition(on); });
+  connect(entities_, &QComboBox::currentTextChanged, this, [this] { UpdateCrossButton(); });
   connect(rows_, &QTableWidget::currentCellChanged, this, [this] { UpdateCrossButton(); });
   UpdateCrossButton();
 }
@@ -126,6 +190,7 @@ bool DemoHostWindow::Select() {
     const auto saved = saved_.find(entity);
     if (saved != saved_.end()) selection_.setSeleccion(saved->second);
     if (!selection_.mtdMostrar()) return false;
+    statusBar()->clearMessage();  // an earlier cross is no longer what is listed
     // The user may have changed the entity inside the dialog.
     const std::string chosen = selection_.Entidad();
     if (selection_.GuardarSeleccion()) {
@@ -150,7 +215,7 @@ bool DemoHostWindow::CrossSelected() {
   if (key.empty() || target.empty() || row < 0) return false;
   int column = -1;
   for (int c = 0; c < rows_->columnCount(); ++c)
-    if (rows_->horizontalHeaderItem(c)->text() == Q(key)) column = c;
+    if (rows_->horizontalHeaderItem(c)->data(Qt::UserRole).toString() == Q(key)) column = c;
   if (column < 0) return false;
   try {
     std::int32_t id = CLng(Variant(rows_->item(row, column)->text().toStdString()));
@@ -184,12 +249,26 @@ void DemoHostWindow::ListRows(const std::string& entity, const std::string& cond
   rows_->clear();
   rows_->setColumnCount(columns);
   rows_->setRowCount(static_cast<int>(count));
-  QStringList headers;
-  for (int c = 0; c < columns; ++c) headers.push_back(Q(rs.Fields(c).Name()));
-  rows_->setHorizontalHeaderLabels(headers);
+  // The first column is the record's own key: shown as its number.
+  std::vector<const std::map<long, QString>*> names(columns, nullptr);
+  for (int c = 0; c < columns; ++c) {
+    const std::string name = rs.Fields(c).Name();
+    auto* header = new QTableWidgetItem(c == 0 ? QStringLiteral("Nº") : Header(name));
+    header->setData(Qt::UserRole, Q(name));
+    header->setToolTip(Q(name));
+    rows_->setHorizontalHeaderItem(c, header);
+    if (c > 0) names[c] = &LookupNames(name);
+  }
   for (int r = 0; !rs.Eof(); rs.MoveNext(), ++r) {
-    for (int c = 0; c < columns; ++c)
-      rows_->setItem(r, c, new QTableWidgetItem(CellText(rs.Fields(c).Value())));
+    for (int c = 0; c < columns; ++c) {
+      const Variant value = rs.Fields(c).Value();
+      QString text = CellText(value);
+      if (names[c] && !value.IsNull() && IsNumeric(value)) {
+        const auto it = names[c]->find(CLng(value));
+        if (it != names[c]->end()) text = it->second;
+      }
+      rows_->setItem(r, c, new QTableWidgetItem(text));
+    }
   }
   rows_->resizeColumnsToContents();
   rows_->setUpdatesEnabled(true);
@@ -204,11 +283,35 @@ void DemoHostWindow::ListRows(const std::string& entity, const std::string& cond
   UpdateCrossButton();
 }
 
+const std::map<long, QString>& DemoHostWindow::LookupNames(const std::string& column) {
+  static const std::map<long, QString> none;
+  const auto cached = lookups_.find(column);
+  if (cached != lookups_.end()) return cached->second;
+  for (const Lookup& l : kLookups) {
+    if (column != l.column) continue;
+    std::map<long, QString>& names = lookups_[column];
+    dao::Recordset rs = db_->OpenRecordset(std::string("SELECT ") + l.key + ", " + l.name +
+                                           " FROM " + l.table);
+    for (; !rs.Eof(); rs.MoveNext())
+      names[CLng(rs.Fields(0).Value())] = CellText(rs.Fields(1).Value());
+    return names;
+  }
+  return none;
+}
+
+void DemoHostWindow::ShowWholeCondition(bool whole) {
+  const int line = condition_->fontMetrics().lineSpacing();
+  conditionArea_->setMaximumHeight(whole ? QWIDGETSIZE_MAX : kConditionLines * line + 4);
+  conditionMore_->setText(whole ? QStringLiteral("&Ver menos") : QStringLiteral("&Ver toda"));
+}
+
 void DemoHostWindow::UpdateCrossButton() {
-  const std::string target = CrossTarget(listedEntity_);
+  // The entity chosen in the list, not the one listed: they differ once the user picks another.
+  const std::string chosen = entities_->currentText().toStdString();
+  const std::string target = CrossTarget(chosen);
   cross_->setText(target.empty() ? QStringLiteral("&Cruzar")
                                  : QStringLiteral("&Cruzar con %1").arg(Q(target)));
-  cross_->setEnabled(!target.empty() && rows_->currentRow() >= 0);
+  cross_->setEnabled(!target.empty() && chosen == listedEntity_ && rows_->currentRow() >= 0);
 }
 
 }  // namespace cp

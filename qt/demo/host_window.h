@@ -7,8 +7,12 @@
 // that entity is chosen. "Cruzar" crosses the demand or property of the selected row with
 // the other side of the market (a demand with "Inm. Propios", a property with "Demandas").
 //
+// The list is for people: Spanish column headers (each header item keeps the column's name
+// as its Qt::UserRole data) and the names behind lookup ids. The condition shows a few
+// lines; "cmdVerCondicion" opens the rest.
+//
 // Widgets are named for tests: "cboEntidad", "cmdSeleccionar", "cmdCruzar", "lblCondicion",
-// "lblFilas", "grdFilas".
+// "cmdVerCondicion", "lblFilas", "grdFilas".
 #include <QMainWindow>
 #include <map>
 #include <memory>
@@ -52,6 +56,8 @@ class DemoHostWindow : public QMainWindow {
   QPushButton& crossButton() const { return *cross_; }
   QTableWidget& rows() const { return *rows_; }
   QLabel& conditionLabel() const { return *condition_; }
+  QWidget& conditionArea() const { return *conditionArea_; }
+  QPushButton& conditionButton() const { return *conditionMore_; }
   QLabel& countLabel() const { return *count_; }
 
   // The entities a host offers, in the dialog's default order.
@@ -62,6 +68,9 @@ class DemoHostWindow : public QMainWindow {
  private:
   void ListRows(const std::string& entity, const std::string& condition);
   void UpdateCrossButton();
+  void ShowWholeCondition(bool whole);
+  // The names of a lookup table by id, read once.
+  const std::map<long, QString>& LookupNames(const std::string& column);
 
   std::shared_ptr<dao::Database> db_;
   CSeleccion selection_;
@@ -71,6 +80,9 @@ class DemoHostWindow : public QMainWindow {
   QPushButton* select_ = nullptr;
   QPushButton* cross_ = nullptr;
   QLabel* condition_ = nullptr;
+  QWidget* conditionArea_ = nullptr;
+  QPushButton* conditionMore_ = nullptr;
+  std::map<std::string, std::map<long, QString>> lookups_;
   QLabel* count_ = nullptr;
   QTableWidget* rows_ = nullptr;
 };

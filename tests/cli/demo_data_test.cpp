@@ -100,7 +100,7 @@ TEST_F(DemoFile, MultiValuedColumnsEndEachItemWithSemicolonBlank) {
   }
   // Real files also hold lists emptied through the form, which the "empty" criteria match.
   EXPECT_GT(db.Count("SELECT count(*) FROM IPropio WHERE Categorias = ''"), 0);
-  EXPECT_GT(db.Count("SELECT count(*) FROM Demanda WHERE Categorias IS NULL"), 0);
+  EXPECT_GT(db.Count("SELECT count(*) FROM Demanda WHERE Categorias = ''"), 0);
 }
 
 TEST_F(DemoFile, CheckBoxesHoldTheThreeStatesAndNoNullWhereCrossingReads) {

@@ -1,6 +1,7 @@
 // The SQLite backend of the DAO suite: databases in temporary files, removed afterwards.
 #include <unistd.h>
 
+#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -62,9 +63,9 @@ class SqliteBackend : public TestBackend {
       case Variant::Type::Integer: return std::to_string(value.AsInteger());
       case Variant::Type::Long: return std::to_string(value.AsLong());
       case Variant::Type::Double: {
-        char buffer[40];
-        std::snprintf(buffer, sizeof buffer, "%.17g", value.AsDouble());
-        return buffer;
+        char buffer[40];  // to_chars: SQL wants "." whatever the locale
+        const auto end = std::to_chars(buffer, buffer + sizeof buffer, value.AsDouble()).ptr;
+        return std::string(buffer, end);
       }
       case Variant::Type::Date: return "'" + IsoDate(value.AsDate()) + "'";
       default: return "'" + Replace(value.AsString(), "'", "''") + "'";

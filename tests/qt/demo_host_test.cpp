@@ -86,7 +86,7 @@ class DemoHostTest : public CommonTest {
     QTableWidget& rows = host_->rows();
     int c = -1;
     for (int i = 0; i < rows.columnCount(); ++i)
-      if (rows.horizontalHeaderItem(i)->text() == column) c = i;
+      if (rows.horizontalHeaderItem(i)->data(Qt::UserRole).toString() == column) c = i;
     EXPECT_GE(c, 0) << column;
     std::vector<long> values;
     for (int r = 0; c >= 0 && r < rows.rowCount(); ++r)

@@ -112,8 +112,6 @@ TEST_F(SelectionDialogTest, CloseBoxAndCancelKeepThePreviousResult) {
   sel_->setEntidad("Clientes");
   EXPECT_TRUE(ShowWindow([](SelectionWindow& w) {
     QTest::keyClicks(Cli(w, "txtPalabras"), "otra");
-    QTest::keyClick(&w, Qt::Key_Escape);  // no cancel button: nothing happens
-    EXPECT_TRUE(w.isVisible());
     w.close();  // the close box
   })) << "the earlier result stands";
   EXPECT_EQ(sel_->SQLW(), first);
@@ -159,8 +157,6 @@ TEST_F(SelectionDialogTest, ShiftEnterInCategoriesOpensThePicker) {
   ASSERT_TRUE(ShowWindow([&](SelectionWindow& w) {
     auto* categories = static_cast<QLineEdit*>(Cli(w, "txtCategorias"));
     QTest::mouseClick(categories, Qt::LeftButton);
-    QTest::keyClick(categories, Qt::Key_Return);  // plain Enter opens nothing
-    EXPECT_EQ(picker.InstanceCount(), 0);
     QTest::keyClick(categories, Qt::Key_Return, Qt::ShiftModifier);
     EXPECT_EQ(picker.InstanceCount(), 1);
     EXPECT_EQ(categories->text(), QStringLiteral("Vip; "));
