@@ -1,8 +1,6 @@
 // The multi-valued builders: one table of cases, each with its text to the character and,
 // where the text stands alone, the rows it selects on the SQLite engine for every position
 // an item can take in a "A; B; " field.
-#include <optional>
-
 #include "criteria/mseleccion.h"
 #include "platform/form/command_button.h"
 #include "tests/criteria/criteria_fixture.h"
@@ -18,13 +16,6 @@ std::string Patterns(const std::string& c, const std::string& x) {
   return "( (" + c + " = '" + x + "; ')  OR (" + c + " LIKE '" + x + ";*')  OR (" + c +
          " LIKE '*; " + x + "; ')  OR (" + c + " LIKE '*; " + x + ";*') )";
 }
-
-struct Case {
-  std::string name;
-  std::function<void(std::string&)> build;
-  std::string before, text;
-  std::optional<Ids> rows = {};  // on Demanda when the text names it, else on IPropio
-};
 
 TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
   auto numA = [&](std::string from, std::string to, bool nulls) {
@@ -52,7 +43,7 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
   const std::string pisoLocal = "(" + piso + " OR " + local + ")";
   const std::string zonaNull = "( (" + z + " Is Null) ";
 
-  const Case cases[] = {
+  CheckCases({
       {"openings between 1 and 3", numA("1", "3", false), "", " (" + h + " BETWEEN 1 AND 3) ", Ids{1, 2, 6, 8}},
       {"openings up to 4 or unknown, joined", numA("", "4", true), "C",
        "C AND  ((" + h + " <= 4 OR IsNull(" + h + ")) ) "},
@@ -110,15 +101,7 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
       {"every item, nothing typed: only empty fields", every("", true), "", " (" + t + "='')", Ids{6}},
       {"every, a bare semicolon, joined", every(";", true), "C", "C AND  (" + t + "='')"},
       {"every, nothing typed, no empties", every("", false), "C", "C"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    std::string where = c.before;
-    c.build(where);
-    EXPECT_EQ(where, c.text);
-    if (c.rows)
-      EXPECT_EQ(where.find("Demanda.") != std::string::npos ? Demands(where) : Properties(where), *c.rows) << where;
-  }
+  });
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 

@@ -1,7 +1,5 @@
 // The scalar builders: one table of cases, each with its text to the character and, where
 // the text stands alone, the rows it selects on the SQLite engine.
-#include <optional>
-
 #include "criteria/mseleccion.h"
 #include "platform/form/command_button.h"
 #include "tests/criteria/criteria_fixture.h"
@@ -12,14 +10,6 @@ namespace {
 
 using ScalarConditionsTest = CriteriaTest;
 using Ids = std::vector<long>;
-using Build = std::function<void(std::string&)>;
-
-struct Case {
-  std::string name;
-  Build build;
-  std::string before, text;
-  std::optional<Ids> rows = {};  // on Demanda when the text names it, else on IPropio
-};
 
 TEST_F(ScalarConditionsTest, TextAndRowsOfEveryBuilder) {
   const int on = form::vbChecked, off = form::vbUnchecked, grey = form::vbGrayed;
@@ -41,7 +31,7 @@ TEST_F(ScalarConditionsTest, TextAndRowsOfEveryBuilder) {
   auto checkBool = [&](int v) { return [=, this](std::string& w) { SQL_CheckBool(Check(v), w, "IPropio", "Exclusividad"); }; };
   const std::string inRange = "(150000 BETWEEN Demanda.PrecioMinimo AND Demanda.PrecioMaximo)";
 
-  const Case cases[] = {
+  CheckCases({
       {"date pair opens with a blank parenthesis, then joins with AND",
        [&](std::string& w) { fecha(0, MakeDate(2005, 3, 7))(w); fecha(1, MakeDate(2005, 12, 31))(w); }, "",
        " ( IPropio.FechaAlta >= #03/07/05# )  AND (IPropio.FechaAlta <= #12/31/05# ) ", Ids{2, 3}},
@@ -118,15 +108,7 @@ TEST_F(ScalarConditionsTest, TextAndRowsOfEveryBuilder) {
          checkInt(on, false)(w);
          fecha(0, Variant::Null())(w);
        }, "", " (IPropio.FechaAlta <= #11/15/26# )  AND  (IPropio.Amueblado = 1) ", Ids{2, 5}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    std::string where = c.before;
-    c.build(where);
-    EXPECT_EQ(where, c.text);
-    if (c.rows)
-      EXPECT_EQ(where.find("Demanda.") != std::string::npos ? Demands(where) : Properties(where), *c.rows) << where;
-  }
+  });
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
