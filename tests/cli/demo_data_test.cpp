@@ -56,19 +56,6 @@ class DemoFile : public ::testing::Test {
   static inline std::string path_;
 };
 
-TEST_F(DemoFile, HoldsTheRowCountsOfItsSize) {
-  const DemoSizes s = SizesFor(600);
-  const std::pair<const char*, int> counts[] = {
-      {"IPropio", s.own_properties},   {"IAjeno", s.other_agency_properties},
-      {"IVendido", s.sold_properties}, {"Demanda", s.demands},
-      {"Cliente", s.clients},          {"Agencia", s.agencies + 1},
-      {"Abogado", s.other_contacts}};
-  ScratchDb db(path_);
-  for (const auto& [table, n] : counts)
-    EXPECT_EQ(db.Count(std::string("SELECT count(*) FROM ") + table), n) << table;
-  EXPECT_EQ(s.own_properties, 600);
-}
-
 TEST_F(DemoFile, MultiValuedColumnsEndEachItemWithSemicolonBlank) {
   const char* cases[][3] = {{"Cliente", "Categorias", "TipoCategoria"},
                             {"Demanda", "Categorias", "TipoCategoriaI"},

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -87,6 +89,25 @@ class CriteriaTest : public CommonTest {
     return KeysWhere("IPropio", "IdIPropio", where);
   }
   std::vector<long> Demands(const std::string& where) { return KeysWhere("Demanda", "IdDemanda", where); }
+
+  // A builder's case: the condition before the call, the exact text after it and, where the
+  // text stands alone, the rows it selects (on Demanda when the text names it, else IPropio).
+  struct BuilderCase {
+    std::string name;
+    std::function<void(std::string&)> build;
+    std::string before, text;
+    std::optional<std::vector<long>> rows = {};
+  };
+  void CheckCases(const std::vector<BuilderCase>& cases) {
+    for (const auto& c : cases) {
+      SCOPED_TRACE(c.name);
+      std::string where = c.before;
+      c.build(where);
+      EXPECT_EQ(where, c.text);
+      if (c.rows)
+        EXPECT_EQ(where.find("Demanda.") != std::string::npos ? Demands(where) : Properties(where), *c.rows) << where;
+    }
+  }
 
   form::TextBox& Text(const std::string& text, int index = -1) {
     auto& box = form_.AddTextBox("txt" + std::to_string(++counter_), index);

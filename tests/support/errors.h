@@ -2,6 +2,8 @@
 // Catching the component's errors in tests.
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "platform/core/error.h"
 
 namespace cp::testing {
@@ -17,6 +19,17 @@ Error CaughtError(Fn&& fn) {
   }
   ADD_FAILURE() << "no error raised";
   return Error(0, "");
+}
+
+// The number of the Error that fn raised, 0 when it raised nothing: for tables where some
+// rows raise and some do not.
+inline long ErrorNumberOf(const std::function<void()>& fn) {
+  try {
+    fn();
+  } catch (const Error& e) {
+    return e.number();
+  }
+  return 0;
 }
 
 }  // namespace cp::testing
