@@ -7,11 +7,12 @@
 #include "cli/commands.h"
 #include "cli/match_command.h"
 #include "tests/cli/test_db.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::cli {
 namespace {
 
-using testing::PlainDb;
+using cp::testing::ScratchDb;
 using testing::ScratchDir;
 
 // The share of source records, among the first n, that match at least one record.
@@ -32,7 +33,7 @@ TEST(DemoCross, NoPreferenceIsTheEmptyTextAndCrossesFindRowsBothWays) {
   std::ostringstream out, err;
   ASSERT_EQ(InitDb({path, true, 600}, out, err), kExitOk) << err.str();
   {
-    PlainDb db(path);
+    ScratchDb db(path);
     for (const char* column :
          {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"}) {
       const std::string count = std::string("SELECT count(*) FROM Demanda WHERE ") + column;

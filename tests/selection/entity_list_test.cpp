@@ -27,11 +27,7 @@ TEST_F(SelectionTest, EntidadesPosiblesClearsTheListBeforeReadingTheValue) {
     SCOPED_TRACE(row.name);
     CSeleccion sel;
     sel.setEntidad("Clientes");
-    if (row.error != 0) {
-      EXPECT_EQ(CaughtError([&] { sel.setEntidadesPosibles(row.value); }).number(), row.error);
-    } else {
-      sel.setEntidadesPosibles(row.value);
-    }
+    EXPECT_EQ(ErrorNumberOf([&] { sel.setEntidadesPosibles(row.value); }), row.error);
     EXPECT_EQ(sel.Dialog().cboEntidad().ListCount(), row.count);
   }
 }
