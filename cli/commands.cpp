@@ -9,6 +9,7 @@
 #include "cli/demo_data.h"
 #include "cli/schema.h"
 #include "cli/sqlite_sink.h"
+#include "platform/core/date.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
@@ -25,13 +26,7 @@ std::string FormatDouble(double value) {
 
 std::string FormatDate(Date value) {
   const DateParts p = SplitDate(value);
-  char buf[80];
-  if (p.hour == 0 && p.minute == 0 && p.second == 0)
-    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", p.year, p.month, p.day);
-  else
-    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", p.year, p.month, p.day, p.hour,
-                  p.minute, p.second);
-  return buf;
+  return IsoText(p, p.hour != 0 || p.minute != 0 || p.second != 0);
 }
 
 // One value as a tab-separated field.

@@ -10,6 +10,7 @@
 #include "cli/demo_catalog.h"
 #include "cli/random.h"
 #include "cli/schema.h"
+#include "platform/core/date.h"
 #include "platform/core/error.h"
 
 namespace cp::cli {
@@ -19,30 +20,14 @@ using demo::Country;
 
 const DbValue kNull{};
 
-// ---- dates as day numbers (days since 1970-01-01), proleptic Gregorian -------------------
+// ---- dates as day numbers (days since 1970-01-01) -----------------------------------------
 
 std::int64_t DaysFromCivil(int y, int m, int d) {
-  y -= m <= 2;
-  const int era = (y >= 0 ? y : y - 399) / 400;
-  const int yoe = y - era * 400;
-  const int doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
-  const int doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
-  return static_cast<std::int64_t>(era) * 146097 + doe - 719468;
+  return DayOf(MakeDate(y, m, d)).time_since_epoch().count();
 }
 
-std::string IsoDate(std::int64_t days) {
-  days += 719468;
-  const std::int64_t era = (days >= 0 ? days : days - 146096) / 146097;
-  const int doe = static_cast<int>(days - era * 146097);
-  const int yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-  const int doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-  const int mp = (5 * doy + 2) / 153;
-  const int d = doy - (153 * mp + 2) / 5 + 1;
-  const int m = mp + (mp < 10 ? 3 : -9);
-  const int y = static_cast<int>(yoe + era * 400) + (m <= 2);
-  char buf[48];
-  std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", y, m, d);
-  return buf;
+std::string IsoDate(std::int64_t day) {
+  return cp::IsoDate(DateOfDay(std::chrono::sys_days{std::chrono::days{day}}));
 }
 
 // ---- rows by column name -----------------------------------------------------------------

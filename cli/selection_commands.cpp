@@ -13,6 +13,7 @@
 #include "common/scripted_list_picker.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
+#include "platform/core/text_format.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "platform/form/check_box.h"

@@ -4,7 +4,6 @@
 
 #include "common/list_picker.h"
 #include "common/modal.h"
-#include "platform/core/conversions.h"
 #include "platform/core/error.h"
 
 namespace cp {

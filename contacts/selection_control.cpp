@@ -5,6 +5,7 @@
 
 #include "common/error_handler.h"
 #include "platform/core/conversions.h"
+#include "platform/core/date.h"
 #include "platform/core/error.h"
 #include "platform/form/check_box.h"
 #include "platform/form/combo_box.h"

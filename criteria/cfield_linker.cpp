@@ -5,6 +5,7 @@
 #include "common/shared_state.h"
 #include "common/sql_text.h"
 #include "platform/core/conversions.h"
+#include "platform/core/string_functions.h"
 #include "platform/core/error.h"
 #include "platform/dao/recordset.h"
 

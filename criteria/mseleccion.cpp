@@ -5,6 +5,8 @@
 #include "common/sql_text.h"
 #include "platform/core/clock.h"
 #include "platform/core/conversions.h"
+#include "platform/core/string_functions.h"
+#include "platform/core/text_format.h"
 #include "platform/dao/types.h"
 #include "platform/form/control_container.h"
 #include "platform/form/default_value.h"

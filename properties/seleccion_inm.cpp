@@ -5,6 +5,7 @@
 #include "common/list_picker.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
+#include "platform/core/text_format.h"
 #include "platform/dao/recordset.h"
 #include "platform/form/check_box.h"
 #include "platform/form/combo_box.h"

@@ -33,6 +33,8 @@ class QTabWidget;
 namespace cp {
 
 class FocusTracker;
+class ControlKinds;
+struct ControlBinding;
 
 class FormView : public QWidget {
  public:
@@ -73,15 +75,14 @@ class FormView : public QWidget {
   static void KeepError(std::exception_ptr error);
 
  private:
-  struct Binding;
+  using Binding = ControlBinding;
   FormView(form::ControlContainer& container, std::shared_ptr<FocusTracker> tracker,
            QWidget* parent);
   friend class FocusTracker;
+  friend class ControlKinds;  // each kind's entry works as the view's own code
 
   void Build();
   void CreateWidget(form::Control& control);
-  void PlaceRows();
-  void Connect(Binding& b);
   void Refresh(Binding& b, std::string_view property);
   void RefreshAll(Binding& b);
   void ApplyFocusFromModel();

@@ -1,46 +1,32 @@
 #include "platform/core/date.h"
 
 #include <cmath>
+#include <cstdio>
 
 #include "platform/core/error.h"
 
 namespace cp {
 namespace {
 
-// Days from 1970-01-01 to a civil date (Howard Hinnant's algorithm).
-long DaysFromCivil(long y, unsigned m, unsigned d) {
-  y -= m <= 2;
-  const long era = (y >= 0 ? y : y - 399) / 400;
-  const unsigned yoe = static_cast<unsigned>(y - era * 400);
-  const unsigned doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
-  const unsigned doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
-  return era * 146097 + static_cast<long>(doe) - 719468;
-}
+using std::chrono::day;
+using std::chrono::days;
+using std::chrono::month;
+using std::chrono::sys_days;
+using std::chrono::year;
+using std::chrono::year_month_day;
 
-void CivilFromDays(long z, int& y, int& m, int& d) {
-  z += 719468;
-  const long era = (z >= 0 ? z : z - 146096) / 146097;
-  const unsigned doe = static_cast<unsigned>(z - era * 146097);
-  const unsigned yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-  const long yy = static_cast<long>(yoe) + era * 400;
-  const unsigned doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-  const unsigned mp = (5 * doy + 2) / 153;
-  d = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);
-  m = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);
-  y = static_cast<int>(yy + (m <= 2));
-}
+// Day 0 of the runtime's serials.
+constexpr sys_days kEpoch = sys_days{year{1899} / 12 / 30};
 
-// 1899-12-30 counted from 1970-01-01.
-const long kEpochOffset = DaysFromCivil(1899, 12, 30);
+sys_days CivilDay(int y, int m, int d) {
+  return sys_days{year{y} / month{static_cast<unsigned>(m)} / day{static_cast<unsigned>(d)}};
+}
 
 }  // namespace
 
-bool IsValidDay(int year, int month, int day) {
-  if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1) return false;
-  static const int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  int last = kDays[month - 1];
-  if (month == 2 && ((year % 4 == 0 && year % 100 != 0) || year % 400 == 0)) last = 29;
-  return day <= last;
+bool IsValidDay(int y, int m, int d) {
+  if (y < 100 || y > 9999 || m < 1 || m > 12 || d < 1 || d > 31) return false;
+  return (year{y} / month{static_cast<unsigned>(m)} / day{static_cast<unsigned>(d)}).ok();
 }
 
 Date MakeDate(int year, int month, int day, int hour, int minute, int second) {
@@ -48,7 +34,7 @@ Date MakeDate(int year, int month, int day, int hour, int minute, int second) {
       second < 0 || second > 59) {
     Raise(err::kInvalidProcedureCall);
   }
-  const double days = static_cast<double>(DaysFromCivil(year, month, day) - kEpochOffset);
+  const double days = static_cast<double>((CivilDay(year, month, day) - kEpoch).count());
   const double time = (hour * 3600.0 + minute * 60.0 + second) / 86400.0;
   // Before the epoch the runtime keeps the time as a positive fraction of a negative day.
   return Date{days >= 0 ? days + time : days - time};
@@ -62,8 +48,11 @@ DateParts SplitDate(Date date) {
     seconds = 0;
     whole += date.serial >= 0 ? 1 : -1;
   }
+  const year_month_day civil{kEpoch + days{static_cast<long>(whole)}};
   DateParts p;
-  CivilFromDays(static_cast<long>(whole) + kEpochOffset, p.year, p.month, p.day);
+  p.year = static_cast<int>(civil.year());
+  p.month = static_cast<int>(static_cast<unsigned>(civil.month()));
+  p.day = static_cast<int>(static_cast<unsigned>(civil.day()));
   p.hour = static_cast<int>(seconds / 3600);
   p.minute = static_cast<int>(seconds / 60 % 60);
   p.second = static_cast<int>(seconds % 60);
@@ -71,5 +60,23 @@ DateParts SplitDate(Date date) {
 }
 
 Date DateOnly(Date date) { return Date{std::trunc(date.serial)}; }
+
+sys_days DayOf(Date date) { return kEpoch + days{static_cast<long>(std::trunc(date.serial))}; }
+
+Date DateOfDay(sys_days day) { return Date{static_cast<double>((day - kEpoch).count())}; }
+
+std::string IsoText(const DateParts& p, bool withTime) {
+  char buf[48];
+  if (withTime)
+    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", p.year, p.month, p.day,
+                  p.hour, p.minute, p.second);
+  else
+    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", p.year, p.month, p.day);
+  return buf;
+}
+
+std::string IsoDate(Date date) {
+  return IsoText(SplitDate(date), date.serial != std::trunc(date.serial));
+}
 
 }  // namespace cp

@@ -1,6 +1,9 @@
 #pragma once
 // The runtime's Date: a serial number of days since 30 December 1899, the fraction being
 // the time of day. Only the proleptic Gregorian calendar from year 100 to 9999 is valid.
+// Every conversion between dates and the civil calendar, and every ISO text of a date, goes
+// through here (std::chrono's calendar underneath).
+#include <chrono>
 #include <compare>
 #include <string>
 
@@ -23,5 +26,15 @@ DateParts SplitDate(Date d);
 Date DateOnly(Date d);
 // True for a valid calendar day.
 bool IsValidDay(int year, int month, int day);
+
+// The calendar day of a date (its time of day dropped, toward the epoch) and the date at the
+// midnight that starts a day.
+std::chrono::sys_days DayOf(Date d);
+Date DateOfDay(std::chrono::sys_days day);
+
+// "yyyy-mm-dd", with " hh:mm:ss" after it when withTime.
+std::string IsoText(const DateParts& parts, bool withTime);
+// "yyyy-mm-dd", or "yyyy-mm-dd hh:mm:ss" when the date has a time of day.
+std::string IsoDate(Date date);
 
 }  // namespace cp

@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "platform/core/conversions.h"
+#include "platform/core/text_format.h"
 
 namespace cp::dao {
 namespace {

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/core/conversions.h"
+#include "platform/core/text_format.h"
 #include "platform/core/error.h"
 #include "platform/jetsql/errors.h"
 #include "platform/jetsql/literals.h"

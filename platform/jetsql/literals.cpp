@@ -119,14 +119,8 @@ std::optional<std::string> DateLiteralToIso(std::string_view raw) {
     if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
   }
 
-  char buffer[64];
-  if (hour == 0 && minute == 0 && second == 0) {
-    std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d", year, month, day);
-  } else {
-    std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d:%02d", year, month, day, hour,
-                  minute, second);
-  }
-  return std::string(buffer);
+  return IsoText(DateParts{year, month, day, hour, minute, second},
+                 hour != 0 || minute != 0 || second != 0);
 }
 
 }  // namespace cp::jetsql

@@ -18,7 +18,7 @@
 //                         numbers written as the runtime's CStr writes them ("2,5")
 //   jet_chr(N)            Jet's chr on the Windows-1252 code page; N outside 0..255 is an error
 // They exist only on connections that registered them: the database file itself never
-// depends on them.
+// depends on them. The comparison itself is in text_folding.h, the pattern in like_pattern.h.
 struct sqlite3;
 
 namespace cp::sqlite {

@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include "platform/core/conversions.h"
+#include "platform/core/date.h"
 #include "platform/core/error.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/statement.h"

@@ -14,6 +14,7 @@
 #include "common/messenger.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
+#include "platform/core/date.h"
 #include "platform/core/error.h"
 
 namespace cp {

@@ -1,4 +1,7 @@
 #include "platform/core/conversions.h"
+#include "platform/core/string_functions.h"
+#include "platform/core/text_format.h"
+#include "platform/core/date.h"
 
 #include <gtest/gtest.h>
 

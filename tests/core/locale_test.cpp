@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/core/conversions.h"
+#include "platform/core/text_format.h"
 #include "tests/support/spanish_locale.h"
 
 namespace cp {

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "platform/core/conversions.h"
+#include "platform/core/string_functions.h"
+#include "platform/core/date.h"
 #include "platform/dao/types.h"
 #include "platform/sqlite/native.h"
 #include "tests/dao/backend.h"

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/core/conversions.h"
+#include "platform/core/text_format.h"
 #include "tests/qt/gui_dialog_support.h"
 
 namespace cp {
