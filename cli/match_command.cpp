@@ -15,31 +15,17 @@
 #include "platform/core/conversions.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
+#include "sample/host_query.h"
 #include "selection/c_seleccion.h"
 
 namespace cp::cli {
-namespace {
-
-// The entity pairs that crossing fills: a demand into own or other-agency properties, a
-// property into demands.
-bool Fills(const std::string& from, const std::string& to) {
-  if (from == "Demandas") return to == "Inm. Propios" || to == "Inm. Ajenos";
-  return to == "Demandas";
-}
-
-}  // namespace
 
 int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
           const MatchProgress& progress) {
-  // The records that crossing reads: demands, own and other agencies' properties.
-  const bool fromDemand = options.from == "Demandas";
-  const EntityInfo* source =
-      fromDemand || options.from == "Inm. Propios" || options.from == "Inm. Ajenos"
-          ? FindEntity(options.from)
-          : nullptr;
+  const EntityInfo* source = FindEntity(options.from);
   const std::string to =
-      options.to.empty() ? (fromDemand ? "Inm. Propios" : "Demandas") : options.to;
-  if (!source || !Fills(options.from, to)) {
+      options.to.empty() ? std::string(DefaultCrossTarget(options.from)) : options.to;
+  if (!source || !CrossesWith(options.from, to)) {
     err << "No se puede cruzar «" << options.from << "» con «" << to
         << "»: se cruzan demandas con inmuebles propios o ajenos, e inmuebles propios o "
            "ajenos con demandas.\n";
@@ -70,7 +56,7 @@ int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
       std::int32_t id = ids[static_cast<std::size_t>(i)];
       std::string target = to, origin = options.from;
       sel.Cruzar(id, target, origin);
-      dao::Recordset rs = BD()->OpenRecordset(HostQuery(to, sel.SQLW()), dao::dbOpenForwardOnly);
+      dao::Recordset rs = BD()->OpenRecordset(sample::HostQuery(to, sel.SQLW()), dao::dbOpenForwardOnly);
       long matches = 0;
       for (; !rs.Eof(); rs.MoveNext()) ++matches;
       if (options.json)

@@ -21,6 +21,7 @@
 #include "platform/form/date_picker.h"
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
+#include "sample/host_query.h"
 #include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
 
@@ -166,7 +167,7 @@ int PrintResult(CSeleccion& sel, bool json, bool query, std::ostream& out) {
   std::string rows;
   Json rowsJson;
   if (query) {
-    dao::Recordset rs = BD()->OpenRecordset(HostQuery(sel.Entidad(), sel.SQLW()),
+    dao::Recordset rs = BD()->OpenRecordset(sample::HostQuery(sel.Entidad(), sel.SQLW()),
                                             dao::dbOpenForwardOnly);
     rows = FormatRows(rs, json);
     if (json) rowsJson = Json::parse(rows);
@@ -189,18 +190,6 @@ Variant NameList(const std::vector<std::string>& names) {
 }
 
 }  // namespace
-
-std::string HostQuery(const std::string& entity, const std::string& condition) {
-  const EntityInfo* e = FindEntity(entity);
-  if (!e) throw Error(err::kInvalidProcedureCall, "Entidad desconocida: '" + entity + "'.");
-  const std::string table = e->table;
-  std::string sql = "SELECT " + table + ".* FROM " + table;
-  // Property and demand conditions may name the owner ("Propietario" searches Cliente.Alias).
-  if (e->control == CriteriaControlKind::Properties)
-    sql += " LEFT JOIN Cliente ON Cliente.IdCliente = " + table + ".IdCliente";
-  if (!condition.empty()) sql += " WHERE " + condition;
-  return sql;
-}
 
 int Where(const WhereOptions& options, std::ostream& out, std::ostream& err) {
   try {

@@ -11,7 +11,7 @@
 namespace cp::cli {
 namespace {
 
-using testing::PlainDb;
+using testing::ScratchDb;
 using testing::ScratchDir;
 
 // The share of source records, among the first n, that match at least one record.
@@ -32,7 +32,7 @@ TEST(DemoCross, NoPreferenceIsTheEmptyTextAndCrossesFindRowsBothWays) {
   std::ostringstream out, err;
   ASSERT_EQ(InitDb({path, true, 600}, out, err), kExitOk) << err.str();
   {
-    PlainDb db(path);
+    ScratchDb db(path);
     for (const char* column :
          {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"}) {
       const std::string count = std::string("SELECT count(*) FROM Demanda WHERE ") + column;
