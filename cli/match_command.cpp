@@ -31,7 +31,9 @@ int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
            "ajenos con demandas.\n";
     return kExitError;
   }
-  auto previous = SetMessenger(std::make_shared<ConsoleMessenger>(err));
+  // Every slot the run fills is put back however it ends, a foreign exception included.
+  ScopedMessenger messages(std::make_shared<ConsoleMessenger>(err));
+  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database(DatabaseSlot(), nullptr);
   ScriptedListPickerRegistration picker(ListPickerAnswer::Cancel());
   int status = kExitOk;
   try {
@@ -70,8 +72,6 @@ int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
     err << e.description() << "\n";
     status = kExitError;
   }
-  SetMessenger(previous);
-  setBD(nullptr);
   return status;
 }
 

@@ -34,21 +34,16 @@ using Json = nlohmann::ordered_json;
 // cancels, the database shared with the component. Everything is put back at the end.
 class HostSession {
  public:
-  HostSession(const std::string& db, std::ostream& err) : messages_(err) {
+  HostSession(const std::string& db, std::ostream& err)
+      : messages_(std::make_shared<ConsoleMessenger>(err)) {
     selection_.setBD(dao::OpenDatabase(db));
     selection_.setPathDB(db);
   }
-  ~HostSession() { setBD(nullptr); }
   CSeleccion& selection() { return selection_; }
 
  private:
-  struct MessagesTo {
-    explicit MessagesTo(std::ostream& err)
-        : previous(SetMessenger(std::make_shared<ConsoleMessenger>(err))) {}
-    ~MessagesTo() { SetMessenger(previous); }
-    std::shared_ptr<Messenger> previous;
-  };
-  MessagesTo messages_;
+  ScopedMessenger messages_;
+  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database_{DatabaseSlot(), nullptr};
   ScriptedListPickerRegistration picker_{ListPickerAnswer::Cancel()};
   CSeleccion selection_;
 };
