@@ -6,16 +6,14 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
-#include <sstream>
-#include <stdexcept>
 #include <string>
 #include <unistd.h>
 
-#include "cli/commands.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
 #include "platform/jetsql/translator.h"
 #include "platform/sqlite/native.h"
+#include "sample/sample_database.h"
 
 namespace {
 
@@ -28,8 +26,7 @@ const std::string& DemoDb() {
                      ("cp_bench_" + std::to_string(::getpid()) + ".db"))
                         .string();
     std::filesystem::remove(p);
-    std::ostringstream out, err;
-    if (cp::cli::InitDb({p, true, 20000}, out, err) != 0) throw std::runtime_error(err.str());
+    cp::sample::CreateSampleDatabase(p, cp::sample::DemoOptions{20000});
     std::atexit([] { std::filesystem::remove(path); });
     return p;
   }();

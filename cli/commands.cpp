@@ -4,16 +4,14 @@
 #include <cstdio>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <ostream>
 
-#include "cli/demo_data.h"
-#include "cli/schema.h"
-#include "cli/sqlite_sink.h"
 #include "platform/core/date.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
-#include "platform/sqlite/native.h"
+#include "sample/sample_database.h"
 
 namespace cp::cli {
 namespace {
@@ -108,24 +106,17 @@ int InitDb(const InitDbOptions& options, std::ostream& out, std::ostream& err) {
     err << "El tamaño debe ser un número de inmuebles igual o mayor que 0.\n";
     return kExitError;
   }
+  std::optional<sample::DemoOptions> demo;
+  if (options.demo) demo = sample::DemoOptions{options.size, sample::kDemoSeed};
   try {
-    sqlite::NativeDatabase db(options.db, sqlite::NativeDatabase::Mode::CreateIfMissing);
-    sqlite::Transaction transaction(db);
-    CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
-    if (options.demo) {
-      SqliteSink sink(db);
-      GenerateDemoData(sink, DemoOptions{options.size, kDemoSeed});
-    }
-    transaction.Commit();
+    sample::CreateSampleDatabase(options.db, demo);
   } catch (const Error& e) {
-    // The path did not exist before, so whatever is there now is our own half-made file.
-    fs::remove(options.db, ec);
     err << e.description() << "\n";
     return kExitError;
   }
   out << "Base de datos creada: " << options.db;
   if (options.demo) {
-    const DemoSizes s = SizesFor(options.size);
+    const sample::DemoSizes s = sample::SizesFor(options.size);
     out << " (" << s.own_properties << " inmuebles propios, " << s.other_agency_properties
         << " ajenos, " << s.archived_properties << " archivados, " << s.sold_properties
         << " vendidos, " << s.demands << " demandas, " << s.clients << " clientes)";

@@ -15,37 +15,25 @@
 #include "platform/core/conversions.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
+#include "sample/host_query.h"
 #include "selection/c_seleccion.h"
 
 namespace cp::cli {
-namespace {
-
-// The entity pairs that crossing fills: a demand into own or other-agency properties, a
-// property into demands.
-bool Fills(const std::string& from, const std::string& to) {
-  if (from == "Demandas") return to == "Inm. Propios" || to == "Inm. Ajenos";
-  return to == "Demandas";
-}
-
-}  // namespace
 
 int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
           const MatchProgress& progress) {
-  // The records that crossing reads: demands, own and other agencies' properties.
-  const bool fromDemand = options.from == "Demandas";
-  const EntityInfo* source =
-      fromDemand || options.from == "Inm. Propios" || options.from == "Inm. Ajenos"
-          ? FindEntity(options.from)
-          : nullptr;
+  const EntityInfo* source = FindEntity(options.from);
   const std::string to =
-      options.to.empty() ? (fromDemand ? "Inm. Propios" : "Demandas") : options.to;
-  if (!source || !Fills(options.from, to)) {
+      options.to.empty() ? std::string(DefaultCrossTarget(options.from)) : options.to;
+  if (!source || !CrossesWith(options.from, to)) {
     err << "No se puede cruzar «" << options.from << "» con «" << to
         << "»: se cruzan demandas con inmuebles propios o ajenos, e inmuebles propios o "
            "ajenos con demandas.\n";
     return kExitError;
   }
-  auto previous = SetMessenger(std::make_shared<ConsoleMessenger>(err));
+  // Every slot the run fills is put back however it ends, a foreign exception included.
+  ScopedMessenger messages(std::make_shared<ConsoleMessenger>(err));
+  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database(DatabaseSlot(), nullptr);
   ScriptedListPickerRegistration picker(ListPickerAnswer::Cancel());
   int status = kExitOk;
   try {
@@ -70,7 +58,7 @@ int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
       std::int32_t id = ids[static_cast<std::size_t>(i)];
       std::string target = to, origin = options.from;
       sel.Cruzar(id, target, origin);
-      dao::Recordset rs = BD()->OpenRecordset(HostQuery(to, sel.SQLW()), dao::dbOpenForwardOnly);
+      dao::Recordset rs = BD()->OpenRecordset(sample::HostQuery(to, sel.SQLW()), dao::dbOpenForwardOnly);
       long matches = 0;
       for (; !rs.Eof(); rs.MoveNext()) ++matches;
       if (options.json)
@@ -84,8 +72,6 @@ int Match(const MatchOptions& options, std::ostream& out, std::ostream& err,
     err << e.description() << "\n";
     status = kExitError;
   }
-  SetMessenger(previous);
-  setBD(nullptr);
   return status;
 }
 

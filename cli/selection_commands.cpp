@@ -22,6 +22,7 @@
 #include "platform/form/date_picker.h"
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
+#include "sample/host_query.h"
 #include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
 
@@ -34,21 +35,16 @@ using Json = nlohmann::ordered_json;
 // cancels, the database shared with the component. Everything is put back at the end.
 class HostSession {
  public:
-  HostSession(const std::string& db, std::ostream& err) : messages_(err) {
+  HostSession(const std::string& db, std::ostream& err)
+      : messages_(std::make_shared<ConsoleMessenger>(err)) {
     selection_.setBD(dao::OpenDatabase(db));
     selection_.setPathDB(db);
   }
-  ~HostSession() { setBD(nullptr); }
   CSeleccion& selection() { return selection_; }
 
  private:
-  struct MessagesTo {
-    explicit MessagesTo(std::ostream& err)
-        : previous(SetMessenger(std::make_shared<ConsoleMessenger>(err))) {}
-    ~MessagesTo() { SetMessenger(previous); }
-    std::shared_ptr<Messenger> previous;
-  };
-  MessagesTo messages_;
+  ScopedMessenger messages_;
+  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database_{DatabaseSlot(), nullptr};
   ScriptedListPickerRegistration picker_{ListPickerAnswer::Cancel()};
   CSeleccion selection_;
 };
@@ -167,7 +163,7 @@ int PrintResult(CSeleccion& sel, bool json, bool query, std::ostream& out) {
   std::string rows;
   Json rowsJson;
   if (query) {
-    dao::Recordset rs = BD()->OpenRecordset(HostQuery(sel.Entidad(), sel.SQLW()),
+    dao::Recordset rs = BD()->OpenRecordset(sample::HostQuery(sel.Entidad(), sel.SQLW()),
                                             dao::dbOpenForwardOnly);
     rows = FormatRows(rs, json);
     if (json) rowsJson = Json::parse(rows);
@@ -190,18 +186,6 @@ Variant NameList(const std::vector<std::string>& names) {
 }
 
 }  // namespace
-
-std::string HostQuery(const std::string& entity, const std::string& condition) {
-  const EntityInfo* e = FindEntity(entity);
-  if (!e) throw Error(err::kInvalidProcedureCall, "Entidad desconocida: '" + entity + "'.");
-  const std::string table = e->table;
-  std::string sql = "SELECT " + table + ".* FROM " + table;
-  // Property and demand conditions may name the owner ("Propietario" searches Cliente.Alias).
-  if (e->control == CriteriaControlKind::Properties)
-    sql += " LEFT JOIN Cliente ON Cliente.IdCliente = " + table + ".IdCliente";
-  if (!condition.empty()) sql += " WHERE " + condition;
-  return sql;
-}
 
 int Where(const WhereOptions& options, std::ostream& out, std::ostream& err) {
   try {

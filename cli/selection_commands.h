@@ -39,8 +39,4 @@ struct CrossOptions {
 // Cruzar: prints the condition that crossing record id of `from` into `to` gives.
 int Cross(const CrossOptions& options, std::ostream& out, std::ostream& err);
 
-// The host query for an entity and a condition: SELECT <table>.* FROM <table> [LEFT JOIN
-// Cliente ...] [WHERE <condition>]; raises error 5 for an entity outside the catalogue.
-std::string HostQuery(const std::string& entity, const std::string& condition);
-
 }  // namespace cp::cli

@@ -4,24 +4,25 @@ namespace cp {
 namespace {
 
 using enum CriteriaControlKind;
+using enum MarketSide;
 
 // "Clientes Archivados" shares the live clients' table and columns on purpose.
 constexpr EntityInfo kCatalogue[] = {
-    {"Clientes", "Cliente", "IdCliente", "TfnoCli", "CorreoECli", Contacts},
-    {"Abogados", "Abogado", "IdAbogado", "TfnoAbogado", "CorreoEAbogado", Contacts},
-    {"Agencias", "Agencia", "IdAgencia", "TfnoAgencia", "CorreoEAgencia", Contacts},
+    {"Clientes", "Cliente", "IdCliente", "TfnoCli", "CorreoECli", Contacts, None},
+    {"Abogados", "Abogado", "IdAbogado", "TfnoAbogado", "CorreoEAbogado", Contacts, None},
+    {"Agencias", "Agencia", "IdAgencia", "TfnoAgencia", "CorreoEAgencia", Contacts, None},
     {"Clientes Contrarios", "ClienteContrario", "IdClienteContrario", "TfnoCliCont",
-     "CorreoECliCont", Contacts},
+     "CorreoECliCont", Contacts, None},
     {"Procuradores", "Procurador", "IdProcurador", "TfnoProcurador", "CorreoEProcurador",
-     Contacts},
-    {"Clientes Archivados", "Cliente", "IdCliente", "TfnoCli", "CorreoECli", Contacts},
+     Contacts, None},
+    {"Clientes Archivados", "Cliente", "IdCliente", "TfnoCli", "CorreoECli", Contacts, None},
     {"Clientes Contrarios Archivados", "ClienteContArch", "IdClienteContArch",
-     "TfnoCliContArch", "CorreoECliContArch", Contacts},
-    {"Inm. Propios", "IPropio", "IdIPropio", "", "", Properties},
-    {"Inm. Ajenos", "IAjeno", "IdIAjeno", "", "", Properties},
-    {"Inm. Archivados", "IArchivado", "IdIArchivado", "", "", Properties},
-    {"Inm. Vendidos", "IVendido", "IdIVendido", "", "", Properties},
-    {"Demandas", "Demanda", "IdDemanda", "", "", Properties},
+     "TfnoCliContArch", "CorreoECliContArch", Contacts, None},
+    {"Inm. Propios", "IPropio", "IdIPropio", "", "", Properties, Offer},
+    {"Inm. Ajenos", "IAjeno", "IdIAjeno", "", "", Properties, Offer},
+    {"Inm. Archivados", "IArchivado", "IdIArchivado", "", "", Properties, None},
+    {"Inm. Vendidos", "IVendido", "IdIVendido", "", "", Properties, None},
+    {"Demandas", "Demanda", "IdDemanda", "", "", Properties, Demand},
 };
 
 }  // namespace
@@ -32,6 +33,18 @@ const EntityInfo* FindEntity(std::string_view name) {
   for (const EntityInfo& e : kCatalogue)
     if (name == e.name) return &e;
   return nullptr;
+}
+
+bool CrossesWith(std::string_view from, std::string_view to) {
+  const EntityInfo* a = FindEntity(from);
+  const EntityInfo* b = FindEntity(to);
+  return a && b && a->side != None && b->side != None && a->side != b->side;
+}
+
+std::string_view DefaultCrossTarget(std::string_view entity) {
+  for (const EntityInfo& e : kCatalogue)
+    if (CrossesWith(entity, e.name)) return e.name;
+  return {};
 }
 
 }  // namespace cp

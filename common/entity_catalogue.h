@@ -1,13 +1,18 @@
 #pragma once
 // The entity catalogue: the twelve kinds of record the component selects, by their Spanish
 // display name (compared exactly), with their table, key column, phone and e-mail tables
-// and the criteria control that serves them.
+// the criteria control that serves them and the side of the market they stand on.
 #include <span>
 #include <string_view>
 
 namespace cp {
 
 enum class CriteriaControlKind { Contacts, Properties };
+
+// Crossing pairs the two sides of the market: a demand is crossed with offers (own and other
+// agencies' properties), an offer with demands. Contacts, archived and sold properties are
+// not crossed.
+enum class MarketSide { None, Offer, Demand };
 
 struct EntityInfo {
   const char* name;    // display name, e.g. "Clientes"
@@ -16,6 +21,7 @@ struct EntityInfo {
   const char* phones;  // phone table ("" for properties and demands)
   const char* mails;   // e-mail table ("" for properties and demands)
   CriteriaControlKind control;
+  MarketSide side;
 };
 
 // Every entity, in the catalogue's order.
@@ -23,5 +29,12 @@ std::span<const EntityInfo> EntityCatalogue();
 
 // The entity of that display name, or nullptr for a name outside the catalogue.
 const EntityInfo* FindEntity(std::string_view name);
+
+// True when a record of `from` can be crossed into `to`: they stand on opposite sides.
+bool CrossesWith(std::string_view from, std::string_view to);
+
+// The entity a record of `entity` is crossed with by default: the first entity of the other
+// side in catalogue order; "" when it is not crossed.
+std::string_view DefaultCrossTarget(std::string_view entity);
 
 }  // namespace cp

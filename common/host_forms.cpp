@@ -1,18 +1,15 @@
 #include "common/host_forms.h"
 
 namespace cp {
-namespace {
-std::shared_ptr<HostForms>& Current() {
-  static std::shared_ptr<HostForms> current;
-  return current;
+ProcessSlot<std::shared_ptr<HostForms>>& HostFormsSlot() {
+  static ProcessSlot<std::shared_ptr<HostForms>> slot;
+  return slot;
 }
-}  // namespace
 
-std::shared_ptr<HostForms> CurrentHostForms() { return Current(); }
+std::shared_ptr<HostForms> CurrentHostForms() { return HostFormsSlot().Get(); }
 
 std::shared_ptr<HostForms> SetHostForms(std::shared_ptr<HostForms> forms) {
-  Current().swap(forms);
-  return forms;
+  return HostFormsSlot().Set(std::move(forms));
 }
 
 }  // namespace cp

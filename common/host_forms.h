@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/core/process_slot.h"
+
 namespace cp {
 
 class HostForms {
@@ -23,5 +25,7 @@ class HostForms {
 std::shared_ptr<HostForms> CurrentHostForms();
 // Installs a provider (null removes it) and returns the one it replaces.
 std::shared_ptr<HostForms> SetHostForms(std::shared_ptr<HostForms> forms);
+// The slot behind both, for a scope that installs a provider and puts the previous one back.
+ProcessSlot<std::shared_ptr<HostForms>>& HostFormsSlot();
 
 }  // namespace cp

@@ -3,12 +3,10 @@
 #include "common/console_messenger.h"
 
 namespace cp {
-namespace {
-std::shared_ptr<Messenger>& Current() {
-  static std::shared_ptr<Messenger> current = std::make_shared<ConsoleMessenger>();
-  return current;
+ProcessSlot<std::shared_ptr<Messenger>>& MessengerSlot() {
+  static ProcessSlot<std::shared_ptr<Messenger>> slot(std::make_shared<ConsoleMessenger>());
+  return slot;
 }
-}  // namespace
 
 int DecliningAnswer(int flags) {
   switch (flags & msg::kButtonsMask) {
@@ -25,12 +23,16 @@ int DecliningAnswer(int flags) {
   }
 }
 
-std::shared_ptr<Messenger> CurrentMessenger() { return Current(); }
+std::shared_ptr<Messenger> CurrentMessenger() {
+  // A scope may have installed null; the console stands in, as after SetMessenger(nullptr).
+  static const auto console = std::make_shared<ConsoleMessenger>();
+  const auto& current = MessengerSlot().Get();
+  return current ? current : console;
+}
 
 std::shared_ptr<Messenger> SetMessenger(std::shared_ptr<Messenger> messenger) {
   if (!messenger) messenger = std::make_shared<ConsoleMessenger>();
-  Current().swap(messenger);
-  return messenger;
+  return MessengerSlot().Set(std::move(messenger));
 }
 
 }  // namespace cp

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/core/process_slot.h"
+
 namespace cp {
 
 namespace msg {
@@ -51,5 +53,15 @@ int DecliningAnswer(int flags);
 std::shared_ptr<Messenger> CurrentMessenger();
 // Installs a messenger and returns the one it replaces; null reinstalls the console one.
 std::shared_ptr<Messenger> SetMessenger(std::shared_ptr<Messenger> messenger);
+
+// The slot behind CurrentMessenger.
+ProcessSlot<std::shared_ptr<Messenger>>& MessengerSlot();
+
+// Installs a messenger for one scope and puts the previous one back on every exit.
+class ScopedMessenger : public ProcessSlot<std::shared_ptr<Messenger>>::Scoped {
+ public:
+  explicit ScopedMessenger(std::shared_ptr<Messenger> messenger)
+      : Scoped(MessengerSlot(), std::move(messenger)) {}
+};
 
 }  // namespace cp

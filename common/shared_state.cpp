@@ -3,20 +3,26 @@
 #include "platform/core/error.h"
 
 namespace cp {
-namespace {
-std::shared_ptr<dao::Database> g_database;
-std::string g_path;
-}  // namespace
+ProcessSlot<std::shared_ptr<dao::Database>>& DatabaseSlot() {
+  static ProcessSlot<std::shared_ptr<dao::Database>> slot;
+  return slot;
+}
 
-std::shared_ptr<dao::Database> BD() { return g_database; }
-void setBD(std::shared_ptr<dao::Database> database) { g_database = std::move(database); }
+ProcessSlot<std::string>& PathDBSlot() {
+  static ProcessSlot<std::string> slot;
+  return slot;
+}
 
-const std::string& PathDB() { return g_path; }
-void setPathDB(std::string path) { g_path = std::move(path); }
+std::shared_ptr<dao::Database> BD() { return DatabaseSlot().Get(); }
+void setBD(std::shared_ptr<dao::Database> database) { DatabaseSlot().Set(std::move(database)); }
+
+const std::string& PathDB() { return PathDBSlot().Get(); }
+void setPathDB(std::string path) { PathDBSlot().Set(std::move(path)); }
 
 dao::Database& RequireBD() {
-  if (!g_database) RaiseObjectNotSet();
-  return *g_database;
+  const auto& database = DatabaseSlot().Get();
+  if (!database) RaiseObjectNotSet();
+  return *database;
 }
 
 void RaiseObjectNotSet() {

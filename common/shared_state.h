@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/core/process_slot.h"
 #include "platform/dao/database.h"
 
 namespace cp {
@@ -13,6 +14,11 @@ namespace err {
 // The runtime's "object variable not set": a member used on no object (Nothing).
 inline constexpr long kObjectVariableNotSet = 91;
 }  // namespace err
+
+// The slots behind BD and PathDB, for a scope that installs a database and puts the previous
+// one back (ProcessSlot<...>::Scoped).
+ProcessSlot<std::shared_ptr<dao::Database>>& DatabaseSlot();
+ProcessSlot<std::string>& PathDBSlot();
 
 // The shared database; null until the host sets one. The component shares, never closes it.
 std::shared_ptr<dao::Database> BD();

@@ -6,7 +6,7 @@
 #include <array>
 #include <string>
 
-#include "contacts/selection_control.h"
+#include "criteria/selection_control.h"
 
 namespace cp {
 

@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-#include "contacts/selection_control.h"
+#include "criteria/selection_control.h"
 #include "properties/location_cascade.h"
 
 namespace cp {

@@ -3,12 +3,11 @@
 #include "selection/frm_seleccion.h"
 
 namespace cp {
-namespace {
-std::shared_ptr<ModalRunner>& Slot() {
-  static std::shared_ptr<ModalRunner> runner;
-  return runner;
+
+ProcessSlot<std::shared_ptr<ModalRunner>>& ModalRunnerSlot() {
+  static ProcessSlot<std::shared_ptr<ModalRunner>> slot;
+  return slot;
 }
-}  // namespace
 
 void NoWindowRunner::RunModal(frmSeleccion& dialog) {
   dialog.Form_Activate();
@@ -23,16 +22,12 @@ void ScriptedModalRunner::RunModal(frmSeleccion& dialog) {
 
 ModalRunner& CurrentModalRunner() {
   static NoWindowRunner fallback;
-  return Slot() ? *Slot() : fallback;
+  const auto& runner = ModalRunnerSlot().Get();
+  return runner ? *runner : fallback;
 }
 
-void SetModalRunner(std::shared_ptr<ModalRunner> runner) { Slot() = std::move(runner); }
-
-ScopedModalRunner::ScopedModalRunner(std::shared_ptr<ModalRunner> runner)
-    : previous_(Slot()) {
-  Slot() = std::move(runner);
+void SetModalRunner(std::shared_ptr<ModalRunner> runner) {
+  ModalRunnerSlot().Set(std::move(runner));
 }
-
-ScopedModalRunner::~ScopedModalRunner() { Slot() = std::move(previous_); }
 
 }  // namespace cp

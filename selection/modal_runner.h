@@ -6,6 +6,8 @@
 #include <functional>
 #include <memory>
 
+#include "platform/core/process_slot.h"
+
 namespace cp {
 
 class frmSeleccion;
@@ -39,17 +41,14 @@ class ScriptedModalRunner : public ModalRunner {
 // it back).
 ModalRunner& CurrentModalRunner();
 void SetModalRunner(std::shared_ptr<ModalRunner> runner);
+// The slot behind both; null while the NoWindowRunner default is in use.
+ProcessSlot<std::shared_ptr<ModalRunner>>& ModalRunnerSlot();
 
-// Installs a runner for one scope and puts the previous one back.
-class ScopedModalRunner {
+// Installs a runner for one scope and puts the previous one back on every exit.
+class ScopedModalRunner : public ProcessSlot<std::shared_ptr<ModalRunner>>::Scoped {
  public:
-  explicit ScopedModalRunner(std::shared_ptr<ModalRunner> runner);
-  ~ScopedModalRunner();
-  ScopedModalRunner(const ScopedModalRunner&) = delete;
-  ScopedModalRunner& operator=(const ScopedModalRunner&) = delete;
-
- private:
-  std::shared_ptr<ModalRunner> previous_;
+  explicit ScopedModalRunner(std::shared_ptr<ModalRunner> runner)
+      : Scoped(ModalRunnerSlot(), std::move(runner)) {}
 };
 
 }  // namespace cp

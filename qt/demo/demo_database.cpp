@@ -3,7 +3,8 @@
 #include <filesystem>
 #include <ostream>
 
-#include "cli/commands.h"
+#include "platform/core/error.h"
+#include "sample/sample_database.h"
 
 namespace cp {
 
@@ -12,10 +13,14 @@ std::string DefaultDemoDatabase() { return CP_DEMO_DB; }
 bool EnsureDemoDatabase(const std::string& path, std::ostream& out, std::ostream& err) {
   if (std::filesystem::exists(path)) return true;
   out << "Creando la base de datos de demostración " << path << "...\n";
-  cli::InitDbOptions options;
-  options.db = path;
-  options.demo = true;
-  return cli::InitDb(options, out, err) == cli::kExitOk;
+  try {
+    sample::CreateSampleDatabase(path, sample::DemoOptions{});
+  } catch (const Error& e) {
+    err << e.description() << "\n";
+    return false;
+  }
+  out << "Base de datos creada: " << path << "\n";
+  return true;
 }
 
 }  // namespace cp

@@ -9,8 +9,8 @@ namespace cp {
 // build/demo.db of the build that made this program.
 std::string DefaultDemoDatabase();
 
-// Makes sure path holds a database: when no file is there, creates it as `init-db --demo`
-// does (2000 properties). True when the file exists afterwards; false after a failed
+// Makes sure path holds a database: when no file is there, creates it with the demo data
+// (2000 properties). True when the file exists afterwards; false after a failed
 // creation, whose reason was written to err.
 bool EnsureDemoDatabase(const std::string& path, std::ostream& out, std::ostream& err);
 

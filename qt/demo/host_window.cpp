@@ -10,12 +10,13 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "cli/selection_commands.h"
+#include "common/entity_catalogue.h"
 #include "common/messenger.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/core/date.h"
 #include "platform/core/error.h"
+#include "sample/host_query.h"
 
 namespace cp {
 namespace {
@@ -37,14 +38,6 @@ QString CellText(const Variant& value) {
     default:
       return Q(CStr(value));
   }
-}
-
-// The key column of the records that can be crossed.
-std::string KeyOf(const std::string& entity) {
-  if (entity == "Demandas") return "IdDemanda";
-  if (entity == "Inm. Propios") return "IdIPropio";
-  if (entity == "Inm. Ajenos") return "IdIAjeno";
-  return {};
 }
 
 // Readable headers; other columns are split at their capitals ("FechaAlta": "Fecha alta").
@@ -108,9 +101,7 @@ const std::vector<std::string>& DemoHostWindow::Entities() {
 }
 
 std::string DemoHostWindow::CrossTarget(const std::string& entity) {
-  if (entity == "Demandas") return "Inm. Propios";
-  if (entity == "Inm. Propios" || entity == "Inm. Ajenos") return "Demandas";
-  return {};
+  return std::string(DefaultCrossTarget(entity));
 }
 
 DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::string& path,
@@ -210,10 +201,10 @@ bool DemoHostWindow::Select() {
 }
 
 bool DemoHostWindow::CrossSelected() {
-  const std::string key = KeyOf(listedEntity_);
   std::string target = CrossTarget(listedEntity_);
   const int row = rows_->currentRow();
-  if (key.empty() || target.empty() || row < 0) return false;
+  if (target.empty() || row < 0) return false;
+  const std::string key = FindEntity(listedEntity_)->key;
   int column = -1;
   for (int c = 0; c < rows_->columnCount(); ++c)
     if (rows_->horizontalHeaderItem(c)->data(Qt::UserRole).toString() == Q(key)) column = c;
@@ -243,7 +234,7 @@ Variant DemoHostWindow::SavedSelection(const std::string& entity) const {
 int DemoHostWindow::ListedRows() const { return rows_->rowCount(); }
 
 void DemoHostWindow::ListRows(const std::string& entity, const std::string& condition) {
-  dao::Recordset rs = db_->OpenRecordset(cli::HostQuery(entity, condition));
+  dao::Recordset rs = db_->OpenRecordset(sample::HostQuery(entity, condition));
   const int columns = rs.FieldCount();
   const long count = rs.RecordCount();
   rows_->setUpdatesEnabled(false);

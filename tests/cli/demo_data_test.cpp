@@ -1,6 +1,6 @@
 // The demo data: deterministic, with multi-valued and check-box columns in the stored
 // conventions and every id pointing at an existing row.
-#include "cli/demo_data.h"
+#include "sample/demo_data.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <sstream>
 
 #include "cli/commands.h"
-#include "cli/schema.h"
+#include "sample/schema.h"
 #include "tests/cli/test_db.h"
 #include "tests/support/errors.h"
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/schema.h"
+#include "sample/schema.h"
 
 namespace cp {
 namespace {
@@ -11,14 +11,14 @@ namespace {
 TEST(EntityCatalogue, NamesTablesTheSchemaHolds) {
   EXPECT_EQ(EntityCatalogue().size(), 12u);
   for (const EntityInfo& e : EntityCatalogue()) {
-    const cli::SchemaTable* table = cli::FindTable(e.table);
+    const sample::SchemaTable* table = sample::FindTable(e.table);
     ASSERT_NE(table, nullptr) << e.name;
     EXPECT_NE(table->Find(e.key), nullptr) << e.name;
     const bool contact = e.control == CriteriaControlKind::Contacts;
     for (const char* detail : {e.phones, e.mails}) {
       EXPECT_EQ(std::string(detail).empty(), !contact) << e.name;
       if (!contact) continue;
-      const cli::SchemaTable* t = cli::FindTable(detail);
+      const sample::SchemaTable* t = sample::FindTable(detail);
       ASSERT_NE(t, nullptr) << e.name << " " << detail;
       EXPECT_NE(t->Find(e.key), nullptr) << detail;
       EXPECT_NE(t->Find("Numero"), nullptr) << detail;

@@ -4,11 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <functional>
 #include <sstream>
+#include <stdexcept>
 
 #include "cli/commands.h"
 #include "cli/selection_commands.h"
+#include "common/console_messenger.h"
 #include "common/error_log.h"
+#include "common/messenger.h"
+#include "common/shared_state.h"
+#include "platform/core/error.h"
 #include "tests/cli/test_db.h"
 
 namespace cp::cli {
@@ -44,6 +50,33 @@ class MatchTest : public ::testing::Test {
   static inline ScratchDir* dir_ = nullptr;
   static inline std::string db_;
 };
+
+// A failure in the middle of a run leaves the host's messenger and database as they were,
+// whether match reports it (cp::Error) or it escapes match.
+TEST_F(MatchTest, PutsTheHostsSlotsBackWhateverIsThrown) {
+  const struct {
+    const char* name;
+    std::function<void()> fail;
+    bool escapes;
+  } cases[] = {
+      {"cp::Error", [] { throw Error(err::kInvalidProcedureCall, "fallo"); }, false},
+      {"std::runtime_error", [] { throw std::runtime_error("fallo"); }, true},
+  };
+  for (const auto& c : cases) {
+    const auto host = std::make_shared<ConsoleMessenger>();
+    ScopedMessenger installed(host);
+    MatchOptions o;
+    o.db = db_;
+    std::ostringstream out, err;
+    const auto run = [&] { return Match(o, out, err, [&](long, long) { c.fail(); }); };
+    if (c.escapes)
+      EXPECT_THROW(run(), std::runtime_error) << c.name;
+    else
+      EXPECT_EQ(run(), kExitError) << c.name;
+    EXPECT_EQ(CurrentMessenger(), host) << c.name;
+    EXPECT_EQ(BD(), nullptr) << c.name;
+  }
+}
 
 TEST_F(MatchTest, CountsEqualCrossingOneByOne) {
   for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{

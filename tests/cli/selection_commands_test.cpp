@@ -10,6 +10,7 @@
 #include "cli/commands.h"
 #include "common/error_log.h"
 #include "platform/core/error.h"
+#include "sample/host_query.h"
 #include "tests/cli/test_db.h"
 
 namespace cp::cli {

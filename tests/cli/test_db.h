@@ -9,6 +9,11 @@
 
 #include "tests/support/scratch_db.h"
 
+// The tool's tests also cover the sample library the tool builds its databases with.
+namespace cp::cli {
+using namespace cp::sample;
+}  // namespace cp::cli
+
 namespace cp::cli::testing {
 
 class ScratchDir {

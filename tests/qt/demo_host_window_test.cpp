@@ -11,7 +11,7 @@
 #include <QTest>
 #include <filesystem>
 
-#include "cli/schema.h"
+#include "sample/schema.h"
 #include "common/shared_state.h"
 #include "platform/dao/connect.h"
 #include "platform/form/command_button.h"
@@ -42,7 +42,7 @@ class DemoHostWindowTest : public CommonTest {
     std::filesystem::remove(path_);
     {
       sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
-      cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
+      sample::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
       db.ExecuteNative(kRows);
     }
     host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);

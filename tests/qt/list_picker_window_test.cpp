@@ -10,7 +10,7 @@
 #include <QTest>
 #include <filesystem>
 
-#include "cli/schema.h"
+#include "sample/schema.h"
 #include "common/list_picker.h"
 #include "common/scripted_list_picker.h"
 #include "common/shared_state.h"

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/schema.h"
+#include "sample/schema.h"
 #include "platform/sqlite/native.h"
 
 namespace cp::testing {
@@ -28,7 +28,7 @@ class ScratchDb {
                                  .string();
     std::filesystem::remove(path);
     sqlite::NativeDatabase db(path, sqlite::NativeDatabase::Mode::CreateIfMissing);
-    cli::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
+    sample::CreateSchema([&](const std::string& sql) { db.ExecuteNative(sql); });
     if (!rows.empty()) db.ExecuteNative(rows);
     return path;
   }

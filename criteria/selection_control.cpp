@@ -1,4 +1,4 @@
-#include "contacts/selection_control.h"
+#include "criteria/selection_control.h"
 
 #include <algorithm>
 #include <cctype>

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace cp::cli::demo {
+namespace cp::sample::demo {
 
 struct Town {
   std::string_view name;
@@ -63,4 +63,4 @@ const std::vector<std::string_view>& ContactNotes();
 const std::vector<std::string_view>& PropertyNotes();
 const std::vector<std::string_view>& DemandNotes();
 
-}  // namespace cp::cli::demo
+}  // namespace cp::sample::demo

@@ -1,8 +1,8 @@
-#include "cli/schema.h"
+#include "sample/schema.h"
 
 #include <initializer_list>
 
-namespace cp::cli {
+namespace cp::sample {
 namespace {
 
 SchemaColumn Key(std::string name) { return {std::move(name), "INTEGER", true, false}; }
@@ -181,4 +181,4 @@ void CreateSchema(const std::function<void(const std::string&)>& execute) {
   for (const std::string& statement : SchemaStatements()) execute(statement);
 }
 
-}  // namespace cp::cli
+}  // namespace cp::sample

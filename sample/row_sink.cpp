@@ -1,8 +1,8 @@
-#include "cli/row_sink.h"
+#include "sample/row_sink.h"
 
 #include "platform/core/error.h"
 
-namespace cp::cli {
+namespace cp::sample {
 namespace {
 
 class MemoryWriter : public TableWriter {
@@ -26,4 +26,4 @@ std::unique_ptr<TableWriter> MemorySink::Open(const std::string& table,
   return std::make_unique<MemoryWriter>(t);
 }
 
-}  // namespace cp::cli
+}  // namespace cp::sample

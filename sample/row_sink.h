@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace cp::cli {
+namespace cp::sample {
 
 // One stored value: Null, an integer, a double or text (dates are ISO text).
 using DbValue = std::variant<std::monostate, std::int64_t, double, std::string>;
@@ -46,4 +46,4 @@ class MemorySink : public RowSink {
   std::map<std::string, Table> tables_;
 };
 
-}  // namespace cp::cli
+}  // namespace cp::sample

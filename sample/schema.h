@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace cp::cli {
+namespace cp::sample {
 
 struct SchemaColumn {
   std::string name;
@@ -38,4 +38,4 @@ std::vector<std::string> SchemaStatements();
 // Runs every statement of SchemaStatements() through execute (which throws on failure).
 void CreateSchema(const std::function<void(const std::string&)>& execute);
 
-}  // namespace cp::cli
+}  // namespace cp::sample

@@ -4,7 +4,7 @@
 // distributions.
 #include <cstdint>
 
-namespace cp::cli {
+namespace cp::sample {
 
 class SplitMix64 {
  public:
@@ -23,4 +23,4 @@ class SplitMix64 {
   std::uint64_t state_;
 };
 
-}  // namespace cp::cli
+}  // namespace cp::sample

@@ -1,6 +1,6 @@
-#include "cli/demo_catalog.h"
+#include "sample/demo_catalog.h"
 
-namespace cp::cli::demo {
+namespace cp::sample::demo {
 
 const std::vector<Country>& Countries() {
   static const std::vector<Country> countries = {
@@ -302,4 +302,4 @@ const std::vector<std::string_view>& DemandNotes() {
   return v;
 }
 
-}  // namespace cp::cli::demo
+}  // namespace cp::sample::demo

@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "cli/row_sink.h"
+#include "sample/row_sink.h"
 #include "platform/sqlite/native.h"
 
-namespace cp::cli {
+namespace cp::sample {
 
 class SqliteSink : public RowSink {
  public:
@@ -22,4 +22,4 @@ class SqliteSink : public RowSink {
   sqlite::NativeDatabase& database_;
 };
 
-}  // namespace cp::cli
+}  // namespace cp::sample

@@ -1,10 +1,10 @@
-#include "cli/sqlite_sink.h"
+#include "sample/sqlite_sink.h"
 
 #include <limits>
 
 #include "platform/core/error.h"
 
-namespace cp::cli {
+namespace cp::sample {
 namespace {
 
 // The engine binds Variants: integers beyond a Long travel as Double, which SQLite stores
@@ -54,4 +54,4 @@ std::unique_ptr<TableWriter> SqliteSink::Open(const std::string& table,
       columns.size());
 }
 
-}  // namespace cp::cli
+}  // namespace cp::sample

@@ -4,9 +4,9 @@
 // seed and the size, so every machine produces the same rows.
 #include <cstdint>
 
-#include "cli/row_sink.h"
+#include "sample/row_sink.h"
 
-namespace cp::cli {
+namespace cp::sample {
 
 inline constexpr std::uint64_t kDemoSeed = 0x43726974657269ull;  // fixed: "Criteri"
 
@@ -37,4 +37,4 @@ struct DemoOptions {
 // a negative size.
 void GenerateDemoData(RowSink& sink, const DemoOptions& options);
 
-}  // namespace cp::cli
+}  // namespace cp::sample

@@ -1,6 +1,6 @@
-#include "cli/random.h"
+#include "sample/random.h"
 
-namespace cp::cli {
+namespace cp::sample {
 
 std::uint64_t SplitMix64::Next() {
   std::uint64_t z = (state_ += 0x9E3779B97F4A7C15ull);
@@ -22,4 +22,4 @@ std::int64_t SplitMix64::Between(std::int64_t low, std::int64_t high) {
 
 bool SplitMix64::Percent(int chance) { return Below(100) < chance; }
 
-}  // namespace cp::cli
+}  // namespace cp::sample

@@ -1,4 +1,4 @@
-#include "cli/demo_data.h"
+#include "sample/demo_data.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,13 +7,13 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "cli/demo_catalog.h"
-#include "cli/random.h"
-#include "cli/schema.h"
+#include "sample/demo_catalog.h"
+#include "sample/random.h"
+#include "sample/schema.h"
 #include "platform/core/date.h"
 #include "platform/core/error.h"
 
-namespace cp::cli {
+namespace cp::sample {
 namespace {
 
 using demo::Country;
@@ -680,4 +680,4 @@ DemoSizes SizesFor(int properties) {
 
 void GenerateDemoData(RowSink& sink, const DemoOptions& options) { Generator(sink, options).Run(); }
 
-}  // namespace cp::cli
+}  // namespace cp::sample

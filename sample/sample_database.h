@@ -1,0 +1,20 @@
+#pragma once
+// Creates a whole agency database file: the schema and, optionally, the demo data.
+#include <optional>
+#include <string>
+
+#include "sample/demo_data.h"
+
+namespace cp::sample {
+
+namespace err {
+// The runtime's "file already exists".
+inline constexpr long kFileAlreadyExists = 58;
+}  // namespace err
+
+// Creates a new SQLite file at path with the schema and, with demo, the sample data, all in
+// one transaction. Raises 58 when something already exists at path (it is never touched);
+// any other failure removes the half-made file and raises the error.
+void CreateSampleDatabase(const std::string& path, const std::optional<DemoOptions>& demo);
+
+}  // namespace cp::sample
