@@ -8,10 +8,12 @@
 
 #include "cli/demo_data.h"
 #include "cli/schema.h"
+#include "cli/server_database.h"
 #include "cli/sqlite_sink.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
+#include "platform/postgres/session.h"
 #include "platform/sqlite/native.h"
 
 namespace cp::cli {
@@ -102,6 +104,7 @@ nlohmann::ordered_json JsonValue(const Variant& v) {
 }  // namespace
 
 int InitDb(const InitDbOptions& options, std::ostream& out, std::ostream& err) {
+  if (postgres::IsServerConnection(options.db)) return InitServerDb(options, out, err);
   namespace fs = std::filesystem;
   std::error_code ec;
   if (fs::exists(options.db, ec) || fs::is_symlink(options.db, ec)) {
