@@ -50,12 +50,13 @@ DialectRules MakeRules() {
     return Sql{Wrap(std::move(operand), 9).text + " COLLATE pg_temp.jet_nocase", 8};
   };
   // The functions live in the session's temporary schema, which is never searched for
-  // functions: they are called by their qualified names. jet_concat takes text parts.
+  // functions: they are called by their qualified names. jet_concat takes text parts, each
+  // written as the runtime's CStr writes it (jet_text).
   rules.call = [](const std::string& function, const std::vector<std::string>& args) {
     std::string text;
     for (const auto& a : args) {
       if (!text.empty()) text += ", ";
-      text += function == "jet_concat" ? "CAST(" + a + " AS text)" : a;
+      text += function == "jet_concat" ? "pg_temp.jet_text(" + a + ")" : a;
     }
     if (function == "jet_concat") text = "VARIADIC ARRAY[" + text + "]";
     return "pg_temp." + function + "(" + text + ")";

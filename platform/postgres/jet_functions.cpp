@@ -109,6 +109,12 @@ CREATE FUNCTION pg_temp.jet_add(a float8, b text) RETURNS float8 LANGUAGE sql IM
 AS $$ SELECT a + pg_temp.jet_number(b) $$;
 CREATE FUNCTION pg_temp.jet_add(a text, b float8) RETURNS float8 LANGUAGE sql IMMUTABLE
 AS $$ SELECT pg_temp.jet_number(a) + b $$;
+CREATE FUNCTION pg_temp.jet_text(v text) RETURNS text LANGUAGE sql IMMUTABLE AS $$ SELECT v $$;
+CREATE FUNCTION pg_temp.jet_text(v float8) RETURNS text LANGUAGE sql IMMUTABLE
+AS $$ SELECT replace(v::text, '.', ',') $$;
+CREATE FUNCTION pg_temp.jet_text(v timestamp) RETURNS text LANGUAGE sql IMMUTABLE
+AS $$ SELECT CASE WHEN v = date_trunc('day', v) THEN to_char(v, 'DD/MM/YYYY')
+              ELSE to_char(v, 'DD/MM/YYYY HH24:MI:SS') END $$;
 CREATE FUNCTION pg_temp.jet_concat(VARIADIC parts text[]) RETURNS text LANGUAGE sql IMMUTABLE
 AS $$ SELECT CASE WHEN num_nonnulls(VARIADIC parts) = 0 THEN NULL ELSE array_to_string(parts, '') END $$;
 )SQL";

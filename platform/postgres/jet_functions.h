@@ -7,7 +7,8 @@
 //   pg_temp.jet_like(P, X[, E])  Jet's LIKE, through a regular expression built from P once
 //                             per statement (the pattern is usually constant); folded with ICU
 //                             lower() whatever the database's collation
-//   pg_temp.jet_add(A, B)     Jet's +; pg_temp.jet_concat(VARIADIC text[]) Jet's &;
+//   pg_temp.jet_add(A, B)     Jet's +; pg_temp.jet_concat(VARIADIC text[]) Jet's &, its
+//                             parts written by pg_temp.jet_text as the runtime's CStr does
 //   pg_temp.jet_chr(N)        chr on the Windows-1252 code page
 #include <string>
 

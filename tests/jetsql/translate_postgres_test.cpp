@@ -27,7 +27,7 @@ TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
        "Cliente.IdCliente IN (SELECT IdCliente FROM TfnoCli WHERE pg_temp.jet_like('*1*', Numero))"},
       {"T.Activo = TRUE AND IsNull(T.x)", "T.Activo IN (1, -1) AND (T.x IS NULL)"},
       {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE pg_temp.jet_nocase = 'O''Brien' || '|' || '2'"},
-      {"T.x = T.y & 'a'", "T.x COLLATE pg_temp.jet_nocase = pg_temp.jet_concat(VARIADIC ARRAY[CAST(T.y AS text), CAST('a' AS text)])"},
+      {"T.x = T.y & 'a'", "T.x COLLATE pg_temp.jet_nocase = pg_temp.jet_concat(VARIADIC ARRAY[pg_temp.jet_text(T.y), pg_temp.jet_text('a')])"},
       {"T.n = T.a + T.b", "T.n = pg_temp.jet_add(T.a, T.b)"},
   };
   for (const Case& c : cases) {
