@@ -1,5 +1,6 @@
 #include "platform/postgres/postgres_engine.h"
 
+#include <cctype>
 #include <regex>
 
 #include "platform/jetsql/postgres_rules.h"
@@ -11,9 +12,28 @@ using dao::kDatabaseSource;
 
 constexpr unsigned kTimestamp = 1114, kDate = 1082;
 
+// The server folds unquoted names to lower case; a name the statement spells is given back
+// as the statement spells it, as Jet does.
+std::string SpelledAsWritten(const std::string& name, const std::string& sql) {
+  auto word = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; };
+  for (std::size_t at = 0; (at = sql.find_first_not_of(" \t\n(),.", at)) != std::string::npos;) {
+    std::size_t end = at;
+    while (end < sql.size() && word(sql[end])) ++end;
+    if (end == at) {
+      ++at;
+      continue;
+    }
+    if (end - at == name.size() && dao::SameName(sql.substr(at, end - at), name))
+      return sql.substr(at, end - at);
+    at = end;
+  }
+  return name;
+}
+
 class PostgresCursor : public dao::Cursor {
  public:
-  PostgresCursor(Result result, PostgresEngine& engine) : result_(std::move(result)) {
+  PostgresCursor(Result result, PostgresEngine& engine, const std::string& sql)
+      : result_(std::move(result)) {
     for (int c = 0; c < result_.Columns(); ++c) {
       dao::ColumnType type;
       if (result_.TableOid(c) != 0) {
@@ -21,7 +41,7 @@ class PostgresCursor : public dao::Cursor {
       } else if (result_.TypeOid(c) == kTimestamp || result_.TypeOid(c) == kDate) {
         type = {dao::dbDate, dao::DefaultSize(dao::dbDate)};
       }
-      columns_.push_back({result_.ColumnName(c), type});
+      columns_.push_back({SpelledAsWritten(result_.ColumnName(c), sql), type});
     }
   }
   const std::vector<dao::ColumnInfo>& Columns() const override { return columns_; }
@@ -106,7 +126,7 @@ PostgresEngine::PostgresEngine(const std::string& connection)
     : session_(std::make_shared<Session>(connection, Session::Purpose::Component)) {}
 
 std::unique_ptr<dao::Cursor> PostgresEngine::Query(const std::string& sql) {
-  return std::make_unique<PostgresCursor>(session_->Exec(sql), *this);
+  return std::make_unique<PostgresCursor>(session_->Exec(sql), *this, sql);
 }
 
 dao::ColumnType PostgresEngine::DeclaredType(unsigned table, int column) {

@@ -40,13 +40,38 @@ std::string Field(const PGresult* r, int code) {
   return v ? v : "";
 }
 
+// The name the server points at, as the statement spells it (the server reports names
+// folded to lower case): the dotted identifier at the error's position in the statement.
+std::string Culprit(const PGresult* r, std::string_view sql) {
+  const std::string position = Field(r, PG_DIAG_STATEMENT_POSITION);
+  if (!position.empty()) {
+    // The position counts characters from 1; the text is UTF-8.
+    long chars = std::strtol(position.c_str(), nullptr, 10) - 1;
+    std::size_t at = 0;
+    while (at < sql.size() && chars > 0) {
+      ++at;
+      if (at < sql.size() && (static_cast<unsigned char>(sql[at]) & 0xC0) != 0x80) --chars;
+    }
+    std::size_t end = at;
+    while (end < sql.size() && (std::isalnum(static_cast<unsigned char>(sql[end])) ||
+                                sql[end] == '_' || sql[end] == '.' || sql[end] == '"' ||
+                                static_cast<unsigned char>(sql[end]) >= 0x80))
+      ++end;
+    std::string name;
+    for (char c : sql.substr(at, end - at))
+      if (c != '"') name += c;
+    if (!name.empty()) return name;
+  }
+  return QuotedName(Field(r, PG_DIAG_MESSAGE_PRIMARY).c_str());
+}
+
 // Maps a failed statement to the DAO error a Jet user would see, by SQLSTATE.
 [[noreturn]] void RaiseStatementError(const PGresult* r, std::string_view sql,
                                       dao::SqlContext context, std::string_view source) {
   const std::string state = Field(r, PG_DIAG_SQLSTATE);
   const std::string primary = Field(r, PG_DIAG_MESSAGE_PRIMARY);
   const bool criterion = context == dao::SqlContext::Criterion;
-  const std::string name = QuotedName(primary.c_str());
+  const std::string name = Culprit(r, sql);
   if (state == "42P01")
     Throw(daoerr::kTableNotFound,
           "El motor de base de datos no encuentra la tabla o consulta de entrada '" + name +
