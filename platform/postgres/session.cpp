@@ -196,8 +196,8 @@ void Session::Connect() {
   PQsetClientEncoding(conn_, "UTF8");
   // Dates travel as ISO text; the component's sessions only read.
   std::string setup = "SET DateStyle = ISO, YMD; SET IntervalStyle = iso_8601;";
-  if (purpose_ == Purpose::Component) setup += "SET default_transaction_read_only = on;";
-  setup += JetFunctionsSql();
+  if (purpose_ == Purpose::Component)
+    setup += "SET default_transaction_read_only = on;" + JetFunctionsSql();
   PGresult* r = PQexec(conn_, setup.c_str());
   const bool ok = PQresultStatus(r) == PGRES_COMMAND_OK;
   const std::string message = ok ? "" : Field(r, PG_DIAG_MESSAGE_PRIMARY);

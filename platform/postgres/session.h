@@ -46,8 +46,8 @@ class Result {
 class Session {
  public:
   enum class Purpose {
-    Component,  // read-only: a statement that writes raises 3219
-    Tool,       // writes allowed (schema, sample data)
+    Component,  // read-only, with the Jet functions: a statement that writes raises 3219
+    Tool,       // writes allowed (schema, sample data), native SQL only
   };
 
   // Connects and prepares the session. Failures (3151 server unreachable or connection

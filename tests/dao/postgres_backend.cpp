@@ -1,6 +1,8 @@
 // The PostgreSQL backends of the DAO suite: one fresh database per test on the throw-away
 // server, under a C and a UTF-8 default collation.
 #include <cstdio>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,7 +24,10 @@ class PostgresBackend : public TestBackend {
   }
 
   void Execute(const std::string& connection, const std::string& sql) override {
-    postgres::Session(connection, postgres::Session::Purpose::Tool).Execute(sql);
+    auto& session = sessions_[connection];
+    if (!session)
+      session = std::make_unique<postgres::Session>(connection, postgres::Session::Purpose::Tool);
+    session->Execute(sql);
   }
 
   std::string Declare(int daoType, long size) const override {
@@ -64,6 +69,7 @@ class PostgresBackend : public TestBackend {
 
  private:
   std::string template_;
+  std::map<std::string, std::unique_ptr<postgres::Session>> sessions_;
 };
 
 }  // namespace
