@@ -22,12 +22,15 @@ case $action in
     [ "$(id -u)" -eq 0 ] && chown postgres: "$dir" && chmod 700 "$dir"
     as_owner "$bin/initdb" -D "$dir/data" -U postgres -E UTF8 --locale=C -A trust >"$dir/initdb.log" 2>&1 ||
       { cat "$dir/initdb.log"; exit 1; }
+    # One role that must give a password, for the wrong-password test.
+    as_owner sed -i '1i local all cp_secret scram-sha-256' "$dir/data/pg_hba.conf"
     as_owner "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w \
       -o "-c listen_addresses='' -k $dir -c fsync=off -c max_connections=60" start >/dev/null ||
       { cat "$dir/server.log"; exit 1; }
     psql=("$bin/psql" -h "$dir" -U postgres -d postgres -qAt -v ON_ERROR_STOP=1)
     "${psql[@]}" -c "CREATE DATABASE cp_c TEMPLATE template0 LC_COLLATE 'C' LC_CTYPE 'C'"
     "${psql[@]}" -c "CREATE DATABASE cp_utf8 TEMPLATE template0 LC_COLLATE 'C.UTF-8' LC_CTYPE 'C.UTF-8'"
+    "${psql[@]}" -c "CREATE ROLE cp_secret LOGIN PASSWORD 'correcta'"
     # Tests make their own databases from these (sockets folder: reachable by root and postgres).
     chmod 755 "$dir"
     echo "host=$dir user=postgres" >"$dir/conninfo"
