@@ -11,7 +11,7 @@ std::string DefaultDemoDatabase();
 
 // Makes sure path holds a database: when no file is there, creates it as `init-db --demo`
 // does (2000 properties). True when the file exists afterwards; false after a failed
-// creation, whose reason was written to err.
+// creation, whose reason was written to err. A PostgreSQL connection text is taken as it is.
 bool EnsureDemoDatabase(const std::string& path, std::ostream& out, std::ostream& err);
 
 }  // namespace cp
