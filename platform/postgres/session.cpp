@@ -174,11 +174,13 @@ bool IsServerConnection(std::string_view c) {
     return c.size() >= p.size() && dao::SameName(c.substr(0, p.size()), p);
   };
   if (starts("postgresql://") || starts("postgres://")) return true;
-  // libpq's key=value form: a word, then "=" before any path separator.
-  const auto eq = c.find('=');
-  if (eq == std::string_view::npos || eq == 0) return false;
-  for (char ch : c.substr(0, eq))
-    if (!(std::isalnum(static_cast<unsigned char>(ch)) || ch == '_' || ch == ' ')) return false;
+  // libpq's key=value form, with libpq's own keywords: a file called "a=b.db" stays a file.
+  if (c.find('=') == std::string_view::npos) return false;
+  char* error = nullptr;
+  PQconninfoOption* options = PQconninfoParse(std::string(c).c_str(), &error);
+  PQfreemem(error);
+  if (!options) return false;
+  PQconninfoFree(options);
   return true;
 }
 

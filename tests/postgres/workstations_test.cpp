@@ -8,10 +8,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <sstream>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "cli/commands.h"
 #include "platform/core/error.h"
 #include "platform/postgres/session.h"
 #include "tests/postgres/server_fixture.h"
@@ -56,7 +58,10 @@ pid_t Spawn(const std::function<bool()>& body) {
 
 TEST(Workstations, EightClientsReadConsistentlyWhileAnotherWrites) {
   if (!TestServer()) GTEST_SKIP() << "no PostgreSQL test server";
-  const std::string db = Samples("cp_utf8", 200).server;
+  // Its own copy of the sample data: the writer changes it.
+  const std::string db = CreateServerDatabase("cp_utf8", false);
+  std::ostringstream out, err;
+  ASSERT_EQ(cli::InitDb({db, true, 200}, out, err), cli::kExitOk) << err.str();
   std::vector<std::vector<std::string>> expected;
   for (const auto& s : kSelections) expected.push_back(WhereIds(db, s.entity, s.sets));
   for (int id : kDemands) expected.push_back(CrossIds(db, id, "Demandas", "Inm. Propios"));
