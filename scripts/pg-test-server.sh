@@ -13,7 +13,7 @@ as_owner() {
 }
 case $action in
   start)
-    rm -rf "$dir"
+    "$0" stop "$dir"  # a cluster left by an interrupted run
     if [ -z "$bin" ] || [ ! -x "$bin/initdb" ]; then
       echo "PostgreSQL server binaries not found: the PostgreSQL tests will be skipped."
       exit 0
