@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <regex>
 #include <utility>
 
 #include "platform/postgres/jet_functions.h"
@@ -205,19 +206,20 @@ void Session::Connect() {
   const std::string message = ok ? "" : Field(r, PG_DIAG_MESSAGE_PRIMARY);
   PQclear(r);
   if (!ok) {
-    if (PQstatus(conn_) != CONNECTION_OK) RaiseLost();
+    PQfinish(std::exchange(conn_, nullptr));
     Throw(daoerr::kConnectionFailed,
-          "No se pudo preparar la conexión con el servidor PostgreSQL '" + connection_ +
-              "': " + message,
+          "No se pudo preparar la conexión con el servidor PostgreSQL '" + Shown() + "': " +
+              message,
           kDatabaseSource);
   }
 }
 
 void Session::RaiseConnectFailure() {
   const bool password = conn_ && (PQconnectionUsedPassword(conn_) || PQconnectionNeedsPassword(conn_));
+  PQfinish(std::exchange(conn_, nullptr));
   if (password)
     Throw(kInvalidAccount,
-          "No es un nombre de cuenta o una contraseña válidos para el servidor '" + connection_ +
+          "No es un nombre de cuenta o una contraseña válidos para el servidor '" + Shown() +
               "'.",
           kDatabaseSource);
   // The server answers: if its maintenance database accepts us, the database is missing.
@@ -226,17 +228,23 @@ void Session::RaiseConnectFailure() {
   PQfinish(probe);
   if (serverUp)
     Throw(daoerr::kFileNotFound,
-          "No se encuentra la base de datos de '" + connection_ + "' en el servidor.",
+          "No se encuentra la base de datos de '" + Shown() + "' en el servidor.",
           kDatabaseSource);
   Throw(daoerr::kConnectionFailed,
-        "Error de conexión con el servidor '" + connection_ +
+        "Error de conexión con el servidor '" + Shown() +
             "': el servidor no responde o rechaza la conexión.",
         kDatabaseSource);
 }
 
+std::string Session::Shown() const {
+  // Messages and the error log never show a password.
+  static const std::regex uri(R"((://[^:/@]*):[^@/]*@)"), keyword(R"((password\s*=\s*)('[^']*'|\S+))");
+  return std::regex_replace(std::regex_replace(connection_, uri, "$1:***@"), keyword, "$1***");
+}
+
 void Session::RaiseLost() {
   Throw(daoerr::kConnectionFailed,
-        "Se perdió la conexión con el servidor '" + connection_ +
+        "Se perdió la conexión con el servidor '" + Shown() +
             "'. Se volverá a conectar en el próximo intento.",
         kDatabaseSource);
 }

@@ -75,6 +75,7 @@ class Session {
   void EnsureConnected();
   [[noreturn]] void RaiseConnectFailure();
   [[noreturn]] void RaiseLost();
+  std::string Shown() const;
   Result Check(pg_result* raw, const std::string& sql, dao::SqlContext context,
                std::string_view source);
 

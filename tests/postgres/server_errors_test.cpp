@@ -32,6 +32,7 @@ TEST_F(ServerErrors, OpeningFailuresGiveDaoNumbers) {
   for (const auto& c : cases) {
     const Error e = CaughtError([&] { dao::OpenDatabase(c.connection); });
     EXPECT_EQ(e.number(), c.number) << c.connection << ": " << e.description();
+    EXPECT_EQ(e.description().find("mala"), std::string::npos) << "no password in messages";
   }
 }
 
