@@ -31,7 +31,13 @@ std::vector<std::string> Ids(int status, const std::string& out, const std::stri
 }  // namespace
 
 const SampleDatabases& Samples(const std::string& serverDatabase, int size) {
-  static std::map<std::string, SampleDatabases> made;
+  // The files go with the process (the server's schemas go with the test cluster).
+  static struct Made : std::map<std::string, SampleDatabases> {
+    ~Made() {
+      std::error_code ec;
+      for (const auto& [name, s] : *this) std::filesystem::remove(s.sqlite, ec);
+    }
+  } made;
   auto& s = made[serverDatabase];
   if (!s.sqlite.empty()) return s;
   std::ostringstream out, err;
