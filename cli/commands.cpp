@@ -11,6 +11,7 @@
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
+#include "platform/postgres/session.h"
 #include "sample/sample_database.h"
 
 namespace cp::cli {
@@ -95,9 +96,10 @@ nlohmann::ordered_json JsonValue(const Variant& v) {
 }  // namespace
 
 int InitDb(const InitDbOptions& options, std::ostream& out, std::ostream& err) {
+  const bool server = postgres::IsServerConnection(options.db);
   namespace fs = std::filesystem;
   std::error_code ec;
-  if (fs::exists(options.db, ec) || fs::is_symlink(options.db, ec)) {
+  if (!server && (fs::exists(options.db, ec) || fs::is_symlink(options.db, ec))) {
     err << "El fichero '" << options.db << "' ya existe; init-db no sobrescribe una base de "
         << "datos existente. Bórrelo o elija otro nombre.\n";
     return kExitError;
@@ -111,7 +113,13 @@ int InitDb(const InitDbOptions& options, std::ostream& out, std::ostream& err) {
   try {
     sample::CreateSampleDatabase(options.db, demo);
   } catch (const Error& e) {
-    err << e.description() << "\n";
+    if (server && e.number() == sample::err::kFileAlreadyExists)
+      err << "La base de datos '" << options.db << "' ya tiene las tablas; init-db no "
+          << "sobrescribe una base de datos existente.\n";
+    else if (server)
+      err << "Error " << e.number() << ": " << e.description() << "\n";
+    else
+      err << e.description() << "\n";
     return kExitError;
   }
   out << "Base de datos creada: " << options.db;

@@ -3,13 +3,16 @@
 #include <filesystem>
 
 #include "platform/core/error.h"
+#include "platform/postgres/session.h"
 #include "platform/sqlite/native.h"
 #include "sample/schema.h"
+#include "sample/server_database.h"
 #include "sample/sqlite_sink.h"
 
 namespace cp::sample {
 
 void CreateSampleDatabase(const std::string& path, const std::optional<DemoOptions>& demo) {
+  if (postgres::IsServerConnection(path)) return CreateServerSampleDatabase(path, demo);
   namespace fs = std::filesystem;
   std::error_code ec;
   if (fs::exists(path, ec) || fs::is_symlink(path, ec))

@@ -12,6 +12,8 @@ namespace err {
 inline constexpr long kFileAlreadyExists = 58;
 }  // namespace err
 
+// A PostgreSQL connection text (see postgres::IsServerConnection) creates the same on that
+// server instead (CreateServerSampleDatabase).
 // Creates a new SQLite file at path with the schema and, with demo, the sample data, all in
 // one transaction. Raises 58 when something already exists at path (it is never touched);
 // any other failure removes the half-made file and raises the error.

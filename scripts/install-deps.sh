@@ -6,7 +6,7 @@ packages=(
   build-essential cmake ccache pkg-config
   libsqlite3-dev sqlite3 libutf8proc-dev libfmt-dev nlohmann-json3-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  mdbtools mdbtools-dev libpq-dev
+  mdbtools mdbtools-dev libpq-dev postgresql postgresql-client
   qt6-base-dev qt6-base-dev-tools libgl-dev xvfb xauth fonts-dejavu-core
   locales
 )

@@ -1,7 +1,7 @@
 #pragma once
 // What a database engine offers the DAO-like API. Everything handed to an engine is already
 // translated into its own dialect; engines raise cp::Error with DAO numbers (dao_errors.h).
-// Implementations: platform/sqlite (embedded). Engine headers stay out of this interface.
+// Implementations: platform/sqlite (embedded), platform/postgres (server). Engine headers stay out of this interface.
 #include <memory>
 #include <string>
 #include <vector>

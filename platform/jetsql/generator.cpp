@@ -180,8 +180,7 @@ Sql Generator::Plus(const Expr& e) const {
     return Sql{Operand(*e.args[0], 5).text + " + " + Operand(*e.args[1], 6).text, 5};
   }
   // Only the values tell whether Jet adds or joins: a function decides row by row.
-  return Sql{"jet_add(" + Expression(*e.args[0]).text + ", " + Expression(*e.args[1]).text + ")",
-             kPrimary};
+  return Call("jet_add", {e.args[0].get(), e.args[1].get()});
 }
 
 Sql Generator::Arith(const Expr& e) const {
@@ -218,7 +217,16 @@ Sql Generator::Chr(const Expr& e) const {
     if (!text) Raise(err::kInvalidProcedureCall, {}, kErrorSource);
     return Sql{StringLiteral(*text), kPrimary};
   }
-  return Sql{"jet_chr(" + Expression(arg).text + ")", kPrimary};
+  return Call("jet_chr", {&arg});
+}
+
+Sql Generator::Call(const std::string& function, const std::vector<const Expr*>& args) const {
+  std::vector<std::string> texts;
+  for (const Expr* arg : args) texts.push_back(Expression(*arg).text);
+  if (rules_.call) return Sql{rules_.call(function, texts), kPrimary};
+  std::string text;
+  for (const auto& t : texts) text += (text.empty() ? "" : ", ") + t;
+  return Sql{function + "(" + text + ")", kPrimary};
 }
 
 Sql Generator::Expression(const Expr& e) const {
@@ -259,8 +267,9 @@ Sql Generator::Expression(const Expr& e) const {
         return Sql{text, 7};
       }
       // Null counts as "" unless every part is Null: a function keeps Jet's rule.
-      for (const auto& arg : e.args) text += (text.empty() ? "" : ", ") + Expression(*arg).text;
-      return Sql{"jet_concat(" + text + ")", kPrimary};
+      std::vector<const Expr*> parts;
+      for (const auto& arg : e.args) parts.push_back(arg.get());
+      return Call("jet_concat", parts);
     }
     case Expr::Kind::Compare:
       return Compare(e);
@@ -269,8 +278,7 @@ Sql Generator::Expression(const Expr& e) const {
     case Expr::Kind::Or:
       return Sql{Operand(*e.args[0], 0).text + " OR " + Operand(*e.args[1], 1).text, 0};
     case Expr::Kind::Like: {
-      std::string call = "jet_like(" + Expression(*e.args[1]).text + ", " +
-                         Expression(*e.args[0]).text + ")";
+      std::string call = Call("jet_like", {e.args[1].get(), e.args[0].get()}).text;
       return e.negated ? Sql{"NOT " + call, 2} : Sql{call, kPrimary};
     }
     case Expr::Kind::Between:

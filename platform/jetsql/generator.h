@@ -41,6 +41,10 @@ struct DialectRules {
   // One item of a SELECT DISTINCT list; outputName is the alias or the column's name ("" if
   // none). Common form: the expression with its alias.
   std::function<std::string(Sql expr, StaticType type, const std::string& outputName)> distinctItem;
+  // A call of one of the engine's Jet functions (jet_like, jet_add, jet_concat, jet_chr).
+  // Common form: name(arg, ...).
+  std::function<std::string(const std::string& function, const std::vector<std::string>& args)>
+      call;
 };
 
 class Generator {
@@ -72,6 +76,7 @@ class Generator {
   std::string Name(const std::string& name) const;
   std::string Source(const TableRef& ref) const;
   std::string StringLiteral(const std::string& value) const;
+  Sql Call(const std::string& function, const std::vector<const Expr*>& args) const;
 
   const DialectRules& rules_;
 };

@@ -47,7 +47,19 @@ DialectRules MakeRules() {
   // only when one side is known to be text.
   rules.textOperand = [](Sql operand, CompareMode mode) {
     if (mode != CompareMode::Text) return operand;
-    return Sql{Wrap(std::move(operand), 9).text + " COLLATE jet_nocase", 8};
+    return Sql{Wrap(std::move(operand), 9).text + " COLLATE pg_temp.jet_nocase", 8};
+  };
+  // The functions live in the session's temporary schema, which is never searched for
+  // functions: they are called by their qualified names. jet_concat takes text parts, each
+  // written as the runtime's CStr writes it (jet_text).
+  rules.call = [](const std::string& function, const std::vector<std::string>& args) {
+    std::string text;
+    for (const auto& a : args) {
+      if (!text.empty()) text += ", ";
+      text += function == "jet_concat" ? "pg_temp.jet_text(" + a + ")" : a;
+    }
+    if (function == "jet_concat") text = "VARIADIC ARRAY[" + text + "]";
+    return "pg_temp." + function + "(" + text + ")";
   };
   // Jet sorts Null before any value.
   rules.orderItem = [](Sql expr, StaticType, bool descending) {
@@ -57,6 +69,8 @@ DialectRules MakeRules() {
 }
 
 }  // namespace
+
+std::string PostgresName(const std::string& name) { return QuoteName(name); }
 
 const DialectRules& PostgresRules() {
   static const DialectRules rules = MakeRules();

@@ -10,7 +10,8 @@ namespace cp {
 std::string DefaultDemoDatabase();
 
 // Makes sure path holds a database: when no file is there, creates it with the demo data
-// (2000 properties). True when the file exists afterwards; false after a failed
+// (2000 properties); a PostgreSQL connection text is
+// taken as it is. True when the file exists afterwards; false after a failed
 // creation, whose reason was written to err.
 bool EnsureDemoDatabase(const std::string& path, std::ostream& out, std::ostream& err);
 

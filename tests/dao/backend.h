@@ -35,7 +35,9 @@ struct BackendParam {
 
 inline void PrintTo(const BackendParam& param, std::ostream* out) { *out << param.name; }
 
-// Every engine this build can test.
+// Every engine this build can test: SQLite, then the server backends.
 std::vector<BackendParam> AllBackends();
+// The PostgreSQL backends, empty when no test server runs.
+std::vector<BackendParam> ServerBackends();
 
 }  // namespace cp::dao::testing

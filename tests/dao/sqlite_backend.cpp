@@ -81,7 +81,10 @@ class SqliteBackend : public TestBackend {
 }  // namespace
 
 std::vector<BackendParam> AllBackends() {
-  return {{"Sqlite", [] { return std::unique_ptr<TestBackend>(new SqliteBackend()); }}};
+  std::vector<BackendParam> all = {
+      {"Sqlite", [] { return std::unique_ptr<TestBackend>(new SqliteBackend()); }}};
+  for (auto& server : ServerBackends()) all.push_back(std::move(server));
+  return all;
 }
 
 }  // namespace cp::dao::testing

@@ -44,13 +44,13 @@ std::vector<std::vector<std::string>> MemoryDatabase::Rows(const std::string& je
   return rows;
 }
 
-std::vector<long> MemoryDatabase::Ids(const std::string& jetSelect) {
+std::vector<long> SemanticsDatabase::Ids(const std::string& jetSelect) {
   std::vector<long> ids;
   for (const auto& row : Rows(jetSelect)) ids.push_back(std::stol(row.at(0)));
   return ids;
 }
 
-std::string MemoryDatabase::Value(const std::string& jetSelect) {
+std::string SemanticsDatabase::Value(const std::string& jetSelect) {
   auto rows = Rows(jetSelect);
   if (rows.size() != 1 || rows[0].size() != 1) {
     ADD_FAILURE() << jetSelect << ": not one value";
