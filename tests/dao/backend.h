@@ -1,12 +1,15 @@
 #pragma once
 // The engines the DAO suite runs over. A backend makes fresh empty databases and writes the
 // suite's tables in its own native SQL, so the same DAO tests can run on every engine.
+#include <charconv>
 #include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include "platform/core/date.h"
+#include "platform/core/string_functions.h"
 #include "platform/core/variant.h"
 
 namespace cp::dao::testing {
@@ -27,6 +30,25 @@ class TestBackend {
   // A native literal for a value (text quoted, dates as stored, Yes/No as the engine keeps it).
   virtual std::string Literal(const Variant& value) const = 0;
 };
+
+// The literal both engines share but for dates, which open with datePrefix ("'" or
+// "TIMESTAMP '") and hold the ISO text.
+inline std::string NativeLiteral(const Variant& value, const std::string& datePrefix) {
+  switch (value.type()) {
+    case Variant::Type::Null:
+    case Variant::Type::Empty: return "NULL";
+    case Variant::Type::Boolean: return value.AsBool() ? "1" : "0";
+    case Variant::Type::Integer: return std::to_string(value.AsInteger());
+    case Variant::Type::Long: return std::to_string(value.AsLong());
+    case Variant::Type::Double: {
+      char buffer[40];  // to_chars: SQL wants "." whatever the locale
+      const auto end = std::to_chars(buffer, buffer + sizeof buffer, value.AsDouble()).ptr;
+      return std::string(buffer, end);
+    }
+    case Variant::Type::Date: return datePrefix + IsoDate(value.AsDate()) + "'";
+    default: return "'" + Replace(value.AsString(), "'", "''") + "'";
+  }
+}
 
 struct BackendParam {
   std::string name;

@@ -58,20 +58,7 @@ class SqliteBackend : public TestBackend {
   std::string PlainKey() const override { return "INTEGER PRIMARY KEY"; }
 
   std::string Literal(const Variant& value) const override {
-    switch (value.type()) {
-      case Variant::Type::Null:
-      case Variant::Type::Empty: return "NULL";
-      case Variant::Type::Boolean: return value.AsBool() ? "1" : "0";
-      case Variant::Type::Integer: return std::to_string(value.AsInteger());
-      case Variant::Type::Long: return std::to_string(value.AsLong());
-      case Variant::Type::Double: {
-        char buffer[40];  // to_chars: SQL wants "." whatever the locale
-        const auto end = std::to_chars(buffer, buffer + sizeof buffer, value.AsDouble()).ptr;
-        return std::string(buffer, end);
-      }
-      case Variant::Type::Date: return "'" + IsoDate(value.AsDate()) + "'";
-      default: return "'" + Replace(value.AsString(), "'", "''") + "'";
-    }
+    return NativeLiteral(value, "'");
   }
 
  private:
