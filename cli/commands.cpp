@@ -113,7 +113,7 @@ int InitDb(const InitDbOptions& options, std::ostream& out, std::ostream& err) {
   try {
     sample::CreateSampleDatabase(options.db, demo);
   } catch (const Error& e) {
-    if (server && e.number() == sample::err::kFileAlreadyExists)
+    if (server && e.number() == err::kFileAlreadyExists)
       err << "La base de datos '" << options.db << "' ya tiene las tablas; init-db no "
           << "sobrescribe una base de datos existente.\n";
     else if (server)

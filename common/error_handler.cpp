@@ -45,13 +45,13 @@ int ShowMessage(const std::string& label, const Error& e) {
                                 " para evitar errores."}),
                      0x1010, "Error de sistema");
       return msg::kNo;
-    case err::kRecordDeleted:
+    case dao::daoerr::kRecordDeleted:
       MostrarMensaje(Lines({"La ficha acaba de ser borrada por otro usuario y",
                             "no se volverá a visualizar."}),
                      0x1030, "Error");
       if (ReloadHook()) ReloadHook()();
       return msg::kNo;
-    case err::kRecordReferenced:
+    case dao::daoerr::kRecordReferenced:
       MostrarMensaje("Imposible eliminar el dato ya que está siendo utilizado por otras fichas.",
                      0x1040, "Eliminar");
       return msg::kNo;
@@ -83,7 +83,11 @@ void ManejarError(const std::string& label, const Error& e) {
   }
   const std::string log_path = HandlerLogPath();
   try {
-    AppendErrorLog(label, e.number(), e.description(), log_path);
+    // The engine's own code tells support apart failures that share a DAO number.
+    AppendErrorLog(label, e.number(),
+                   e.engine_code().empty() ? e.description()
+                                           : e.description() + " [" + e.engine_code() + "]",
+                   log_path);
   } catch (const std::exception&) {
   }
   if (answer != msg::kYes) return;

@@ -11,12 +11,6 @@
 
 namespace cp {
 
-// Well-known error numbers that the handler explains in its own words.
-namespace err {
-inline constexpr long kRecordDeleted = 3167;     // the record was deleted by another user
-inline constexpr long kRecordReferenced = 3200;  // related records still use the record
-}  // namespace err
-
 // Shows the message for e (by its number; any other number gets the generic box with the
 // label, and the offer of a support report until one was accepted), appends e to the log
 // file of HandlerLogPath(), and after error 3167 calls the reload hook. Keeps gModalAbierto

@@ -10,11 +10,6 @@
 
 namespace cp {
 
-namespace err {
-// The runtime's "object variable not set": a member used on no object (Nothing).
-inline constexpr long kObjectVariableNotSet = 91;
-}  // namespace err
-
 // The slots behind BD and PathDB, for a scope that installs a database and puts the previous
 // one back (ProcessSlot<...>::Scoped).
 ProcessSlot<std::shared_ptr<dao::Database>>& DatabaseSlot();

@@ -21,7 +21,7 @@ std::string Label(const std::string& member) { return member + " of CFieldLinker
 
 void CFieldLinker::RequireInitialized() const {
   if (!initialized_) {
-    throw Error(err::kLinkerNotInitialized, "The instance is not initialized yet.", kSource);
+    throw Error(ownerr::kLinkerNotInitialized, "The instance is not initialized yet.", kSource);
   }
 }
 
@@ -29,7 +29,7 @@ void CFieldLinker::Init(const std::string& mainTable, const std::string& lookupT
                         const Variant& idField, const Variant& nameField,
                         const Variant& separator) {
   if (initialized_) {
-    throw Error(err::kLinkerAlreadyInitialized, "The instance is already initialized.",
+    throw Error(ownerr::kLinkerAlreadyInitialized, "The instance is already initialized.",
                 kSource);
   }
   Atrapar(Label("Init() method"), [&] {

@@ -13,11 +13,6 @@
 
 namespace cp {
 
-namespace err {
-inline constexpr long kLinkerAlreadyInitialized = 20000;
-inline constexpr long kLinkerNotInitialized = 20001;
-}  // namespace err
-
 class CFieldLinker {
  public:
   // The id of a name that the lookup table does not hold (also the id right after Init).

@@ -144,7 +144,7 @@ void SQL_NumA(const std::vector<form::Control*>& ctls, std::string& where,
   Atrapar("SQL_NumA de MSeleccion", [&] {
     auto element = [&](std::size_t index) -> const form::Control& {
       if (index >= ctls.size()) {
-        Raise(form::kArrayElementMissing,
+        Raise(err::kArrayElementMissing,
               "El elemento " + std::to_string(index) + " de la matriz de controles no existe");
       }
       if (!ctls[index]) RaiseObjectNotSet();

@@ -7,11 +7,6 @@
 
 namespace cp::sample {
 
-namespace err {
-// The runtime's "file already exists".
-inline constexpr long kFileAlreadyExists = 58;
-}  // namespace err
-
 // A PostgreSQL connection text (see postgres::IsServerConnection) creates the same on that
 // server instead (CreateServerSampleDatabase).
 // Creates a new SQLite file at path with the schema and, with demo, the sample data, all in

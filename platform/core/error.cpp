@@ -2,11 +2,12 @@
 
 namespace cp {
 
-Error::Error(long number, std::string description, std::string source)
+Error::Error(long number, std::string description, std::string source, std::string engineCode)
     : std::runtime_error(description),
       number_(number),
       description_(std::move(description)),
-      source_(std::move(source)) {}
+      source_(std::move(source)),
+      engineCode_(std::move(engineCode)) {}
 
 std::string StandardDescription(long number) {
   switch (number) {

@@ -4,39 +4,29 @@
 #include <stdexcept>
 #include <string>
 
-namespace cp {
+#include "platform/core/error_numbers.h"
 
-// Runtime error numbers that the component and its platform raise.
-namespace err {
-inline constexpr long kOutOfMemory = 7;
-inline constexpr long kOverflow = 6;
-inline constexpr long kSubscriptOutOfRange = 9;
-inline constexpr long kTypeMismatch = 13;
-inline constexpr long kInvalidProcedureCall = 5;
-inline constexpr long kFileNotFound = 53;
-inline constexpr long kPermissionDenied = 70;
-inline constexpr long kPathNotFound = 76;
-inline constexpr long kInvalidUseOfNull = 94;
-inline constexpr long kObjectRequired = 424;
-inline constexpr long kCannotCreateObject = 429;
-inline constexpr long kPropertyNotFound = 438;  // "object doesn't support this property or method"
-inline constexpr long kInvalidPropertyValue = 380;
-}  // namespace err
+namespace cp {
 
 class Error : public std::runtime_error {
  public:
   // number: the runtime error number; description: Spanish text for the user;
-  // source: who raised it (component, class or engine name).
-  Error(long number, std::string description, std::string source = "CriterioPredios");
+  // source: who raised it (component, class or engine name); engineCode: the database
+  // engine's own code for the failure ("SQLite 1", "SQLSTATE 42P01"), empty when the error
+  // did not come from an engine.
+  Error(long number, std::string description, std::string source = "CriterioPredios",
+        std::string engineCode = {});
 
   long number() const noexcept { return number_; }
   const std::string& description() const noexcept { return description_; }
   const std::string& source() const noexcept { return source_; }
+  const std::string& engine_code() const noexcept { return engineCode_; }
 
  private:
   long number_;
   std::string description_;
   std::string source_;
+  std::string engineCode_;
 };
 
 // The runtime's own Spanish description of a standard error number ("" when unknown).

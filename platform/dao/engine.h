@@ -59,7 +59,7 @@ class Engine {
   // The dialect that statements must be translated into.
   virtual jetsql::Dialect dialect() const = 0;
   // Runs one read-only statement. A statement that would write raises 3219; errors of the
-  // statement raise as RaiseFromEngineMessage maps them (context Statement).
+  // statement raise as RaiseEngineError maps them (context Statement).
   virtual std::unique_ptr<Cursor> Query(const std::string& sql) = 0;
   // Prepares a condition over the given columns; unknown names and syntax raise as for a
   // criterion (3070, 3077).

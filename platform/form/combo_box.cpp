@@ -69,7 +69,7 @@ void ComboBox::setText(const std::string& text) {
       return;
     }
   }
-  Raise(kTextIsReadOnly, "La propiedad Text es de solo lectura");
+  Raise(err::kTextIsReadOnly, "La propiedad Text es de solo lectura");
 }
 
 }  // namespace cp::form

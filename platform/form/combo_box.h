@@ -9,9 +9,6 @@
 
 namespace cp::form {
 
-// A drop-down list refuses a Text that is none of its items with the runtime's error 383.
-inline constexpr long kTextIsReadOnly = 383;
-
 class ComboBox : public Control {
  public:
   ComboBox(ControlContainer& container, std::string name, int index);

@@ -7,7 +7,7 @@ namespace cp::form {
 void RaiseInvalidCall() { Raise(err::kInvalidProcedureCall); }
 void RaiseInvalidValue() { Raise(err::kInvalidPropertyValue); }
 void RaiseInvalidArrayIndex() {
-  Raise(kInvalidPropertyArrayIndex, "Índice de matriz de propiedades no válido");
+  Raise(err::kInvalidPropertyArrayIndex, "Índice de matriz de propiedades no válido");
 }
 
 Control::Control(ControlContainer& container, std::string name, int index)

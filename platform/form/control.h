@@ -95,8 +95,8 @@ class Control {
 [[noreturn]] void RaiseInvalidCall();
 // The runtime's error 380 "Valor de propiedad no válido".
 [[noreturn]] void RaiseInvalidValue();
-// Error 381 "Índice de matriz de propiedades no válido" (List(i), TabCaption(i) out of range).
-inline constexpr long kInvalidPropertyArrayIndex = 381;
+// Raises error 381 "Índice de matriz de propiedades no válido" (List(i), TabCaption(i) out of
+// range).
 [[noreturn]] void RaiseInvalidArrayIndex();
 
 }  // namespace cp::form

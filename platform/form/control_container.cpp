@@ -101,12 +101,12 @@ Control& ControlContainer::Item(std::string_view name, int index) const {
       break;
     }
   }
-  if (!known) Raise(kControlNotFound, "No se encuentra el control " + quoted);
+  if (!known) Raise(err::kControlNotFound, "No se encuentra el control " + quoted);
   if (isArray && index < 0) {
-    Raise(kIndexRequired, "Hay que especificar el índice de la matriz de controles " + quoted);
+    Raise(err::kIndexRequired, "Hay que especificar el índice de la matriz de controles " + quoted);
   }
-  if (!isArray) Raise(kNotAnArray, "El control " + quoted + " no es una matriz de controles");
-  Raise(kArrayElementMissing, "El elemento " + std::to_string(index) +
+  if (!isArray) Raise(err::kNotAnArray, "El control " + quoted + " no es una matriz de controles");
+  Raise(err::kArrayElementMissing, "El elemento " + std::to_string(index) +
                                   " de la matriz de controles " + quoted + " no existe");
 }
 

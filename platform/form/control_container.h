@@ -25,12 +25,6 @@ class Frame;
 class SSTab;
 class UserControl;
 
-// The runtime's errors for a control that is looked up and does not exist.
-inline constexpr long kControlNotFound = 730;         // no control of that name
-inline constexpr long kArrayElementMissing = 340;     // no element of that index
-inline constexpr long kNotAnArray = 343;              // an index given to a plain control
-inline constexpr long kIndexRequired = 344;           // a control array used without index
-
 class ControlContainer {
  public:
   // Told the control and the property ("Text", "ListIndex", "Value", "Focus", ...) after

@@ -12,8 +12,7 @@
 namespace cp::form {
 
 // A handler that keeps raising the event it handles (a Change handler that sets Text to a
-// new value each time) ends with this error instead of exhausting the stack.
-inline constexpr long kOutOfStackSpace = 28;
+// new value each time) ends with err::kOutOfStackSpace instead of exhausting the stack.
 inline constexpr int kMaxEventNesting = 64;
 
 template <class... Args>
@@ -41,7 +40,7 @@ class Event {
   // the next firing). A handler's error stops the remaining ones and reaches the sender.
   void Fire(Args... args) {
     if (depth_ >= kMaxEventNesting) {
-      Raise(kOutOfStackSpace, "Espacio de pila insuficiente", "CriterioPredios");
+      Raise(err::kOutOfStackSpace, "Espacio de pila insuficiente", "CriterioPredios");
     }
     struct Depth {
       int& d;

@@ -5,20 +5,20 @@
 namespace cp::jetsql {
 
 void RaiseSyntaxError(std::string_view textAtFault) {
-  throw Error(kSyntaxErrorNumber,
+  throw Error(dao::daoerr::kSyntaxInQuery,
               "Error de sintaxis en la expresión de consulta '" + std::string(textAtFault) + "'.",
               kErrorSource);
 }
 
 void RaiseUnsupported(std::string_view construct) {
-  throw Error(kUnsupportedNumber,
+  throw Error(dao::daoerr::kUnsupported,
               "La consulta usa '" + std::string(construct) +
                   "', que no se puede traducir al motor de base de datos.",
               kErrorSource);
 }
 
 void RaiseUndefinedFunction(std::string_view name) {
-  throw Error(kUndefinedFunctionNumber,
+  throw Error(dao::daoerr::kUndefinedFunction,
               "Función '" + std::string(name) + "' no definida en la expresión.", kErrorSource);
 }
 

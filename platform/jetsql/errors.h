@@ -7,18 +7,13 @@
 namespace cp::jetsql {
 
 inline constexpr const char* kErrorSource = "DAO.Database";
-// A statement or condition that is not valid Jet SQL.
-inline constexpr long kSyntaxErrorNumber = 3075;
-// A function that the translation does not know ("Función no definida").
-inline constexpr long kUndefinedFunctionNumber = 3085;
-// Valid Jet SQL that cannot be translated faithfully (GROUP BY, UNION, parameters...).
-inline constexpr long kUnsupportedNumber = 3296;
 
-// Raises kSyntaxErrorNumber naming the text at fault.
+// A statement or condition that is not valid Jet SQL: raises 3075 naming the text at fault.
 [[noreturn]] void RaiseSyntaxError(std::string_view textAtFault);
-// Raises kUnsupportedNumber naming the construct ("GROUP BY", "UNION"...).
+// Valid Jet SQL that cannot be translated faithfully (GROUP BY, UNION, parameters...): raises
+// 3296 naming the construct.
 [[noreturn]] void RaiseUnsupported(std::string_view construct);
-// Raises kUndefinedFunctionNumber naming the function.
+// A function that the translation does not know: raises 3085 naming the function.
 [[noreturn]] void RaiseUndefinedFunction(std::string_view name);
 
 }  // namespace cp::jetsql

@@ -154,7 +154,7 @@ std::unique_ptr<dao::RowFilter> PostgresEngine::PrepareRowFilter(
     if (e.number() == dao::daoerr::kSyntaxInExpression)
       throw Error(e.number(),
                   "Error de sintaxis (falta operador) en la expresión '" + condition + "'.",
-                  e.source());
+                  e.source(), e.engine_code());
     if (e.number() == dao::daoerr::kUnknownFieldInExpression ||
         e.number() == dao::daoerr::kConnectionFailed)
       throw;

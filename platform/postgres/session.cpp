@@ -18,9 +18,6 @@ namespace {
 using dao::kDatabaseSource;
 namespace daoerr = dao::daoerr;
 
-// DAO's "not a valid account name or password".
-constexpr long kInvalidAccount = 3029;
-
 // Type oids of pg_type that come back as numbers.
 constexpr unsigned kBool = 16, kInt8 = 20, kInt2 = 21, kInt4 = 23, kFloat4 = 700,
                    kFloat8 = 701, kNumeric = 1700;
@@ -68,46 +65,39 @@ std::string Culprit(const PGresult* r, std::string_view sql) {
   return QuotedName(Field(r, PG_DIAG_MESSAGE_PRIMARY).c_str());
 }
 
-// Maps a failed statement to the DAO error a Jet user would see, by SQLSTATE.
+// The server's SQLSTATE codes in neutral terms; any other code is FailureKind::Other.
+struct StateKind {
+  std::string_view state;
+  dao::FailureKind kind;
+};
+constexpr StateKind kStateKinds[] = {
+    {"42P01", dao::FailureKind::UnknownTable},
+    {"42703", dao::FailureKind::UnknownColumn},
+    {"42702", dao::FailureKind::AmbiguousColumn},
+    {"42883", dao::FailureKind::UnknownFunction},
+    {"42601", dao::FailureKind::Syntax},
+    {"25006", dao::FailureKind::ReadOnly},
+    {"40P01", dao::FailureKind::Locked},  // deadlock
+    {"55P03", dao::FailureKind::Locked},  // lock not available
+    {"40001", dao::FailureKind::Locked},  // serialization failure
+};
+
+// Raises the DAO error for a failed statement by its SQLSTATE.
 [[noreturn]] void RaiseStatementError(const PGresult* r, std::string_view sql,
                                       dao::SqlContext context, std::string_view source) {
   const std::string state = Field(r, PG_DIAG_SQLSTATE);
-  const std::string primary = Field(r, PG_DIAG_MESSAGE_PRIMARY);
-  const bool criterion = context == dao::SqlContext::Criterion;
-  const std::string name = Culprit(r, sql);
-  if (state == "42P01")
-    Throw(daoerr::kTableNotFound,
-          "El motor de base de datos no encuentra la tabla o consulta de entrada '" + name +
-              "'. Asegúrese de que existe y de que su nombre está escrito correctamente.",
-          source);
-  if (state == "42703") {
-    if (criterion)
-      Throw(daoerr::kUnknownFieldInExpression,
-            "El motor de base de datos no reconoce '" + name +
-                "' como un nombre de campo o expresión válido.",
-            source);
-    Throw(daoerr::kTooFewParameters,
-          "Pocos parámetros. Se esperaba 1. (columna desconocida '" + name + "')", source);
-  }
-  if (state == "42702")
-    Throw(daoerr::kAmbiguousField,
-          "El campo especificado '" + name +
-              "' puede referirse a más de una tabla de las enumeradas en la cláusula FROM de la "
-              "instrucción SQL.",
-          source);
-  if (state == "42883")
-    Throw(daoerr::kUndefinedFunction, "Función no definida en la expresión: " + primary, source);
-  if (state == "42601") {
-    const std::string where = "'" + std::string(sql) + "'";
-    if (criterion)
-      Throw(daoerr::kSyntaxInExpression,
-            "Error de sintaxis (falta operador) en la expresión " + where + ".", source);
-    Throw(daoerr::kSyntaxInQuery,
-          "Error de sintaxis (falta operador) en la expresión de consulta " + where + ".", source);
-  }
-  if (state == "25006") dao::RaiseDao(daoerr::kInvalidOperation, source);
-  if (state == "40P01" || state == "55P03" || state == "40001") dao::RaiseLocked(primary, source);
-  dao::RaiseEngineFailure(primary, source);
+  dao::EngineFailure failure;
+  failure.code = "SQLSTATE " + state;
+  failure.message = Field(r, PG_DIAG_MESSAGE_PRIMARY);
+  for (const auto& entry : kStateKinds)
+    if (entry.state == state) failure.kind = entry.kind;
+  // Only unknown and ambiguous names are named by position; an unknown function keeps the
+  // server's message, which also gives the argument types it looked for.
+  if (failure.kind == dao::FailureKind::UnknownTable ||
+      failure.kind == dao::FailureKind::UnknownColumn ||
+      failure.kind == dao::FailureKind::AmbiguousColumn)
+    failure.name = Culprit(r, sql);
+  dao::RaiseEngineError(failure, sql, context, source);
 }
 
 bool ConnectionLost(const std::string& state) {
@@ -225,7 +215,7 @@ void Session::RaiseConnectFailure() {
   const bool password = conn_ && (PQconnectionUsedPassword(conn_) || PQconnectionNeedsPassword(conn_));
   PQfinish(std::exchange(conn_, nullptr));
   if (password)
-    Throw(kInvalidAccount,
+    Throw(daoerr::kInvalidAccount,
           "No es un nombre de cuenta o una contraseña válidos para el servidor '" + Shown() +
               "'.",
           kDatabaseSource);

@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include <filesystem>
+#include <string>
 
 #include "platform/sqlite/jet_functions.h"
 
@@ -11,15 +11,70 @@ namespace {
 
 constexpr int kBusyTimeoutMs = 5000;
 
-// Why a file could not be opened: its folder is missing (3044) or the file itself (3024).
-[[noreturn]] void RaiseCannotOpen(const std::string& path) {
-  std::error_code ec;
-  const auto parent = std::filesystem::absolute(std::filesystem::path(path), ec).parent_path();
-  if (ec || !std::filesystem::is_directory(parent, ec)) dao::RaiseInvalidPath(path);
-  dao::RaiseFileNotFound(path);
+// SQLite reports unknown names and syntax errors all as SQLITE_ERROR: only its message
+// tells them apart.
+struct MessageKind {
+  std::string_view prefix;
+  dao::FailureKind kind;
+};
+constexpr MessageKind kNamedFailures[] = {
+    {"no such table: ", dao::FailureKind::UnknownTable},
+    {"no such column: ", dao::FailureKind::UnknownColumn},
+    {"ambiguous column name: ", dao::FailureKind::AmbiguousColumn},
+    {"no such function: ", dao::FailureKind::UnknownFunction},
+};
+constexpr std::string_view kSyntaxMarks[] = {"syntax error", "unrecognized token",
+                                             "incomplete input"};
+
+// The token a syntax message points at: `near "X": syntax error` or `unrecognized token: "X"`.
+std::string NearToken(std::string_view message) {
+  const auto open = message.find('"');
+  if (open == std::string_view::npos) return {};
+  const auto close = message.rfind('"');
+  if (close <= open) return {};
+  return std::string(message.substr(open + 1, close - open - 1));
+}
+
+// Sets the kind and the name at fault from the message; a message it does not know stays
+// FailureKind::Other.
+void ReadMessage(dao::EngineFailure& failure) {
+  const std::string_view message = failure.message;
+  for (const auto& named : kNamedFailures) {
+    const auto at = message.find(named.prefix);
+    if (at == std::string_view::npos) continue;
+    std::string_view name = message.substr(at + named.prefix.size());
+    // The schema qualifier is SQLite's, not the user's.
+    if (name.rfind("main.", 0) == 0) name.remove_prefix(5);
+    failure.kind = named.kind;
+    failure.name = std::string(name);
+    return;
+  }
+  for (const auto mark : kSyntaxMarks) {
+    if (message.find(mark) == std::string_view::npos) continue;
+    failure.kind = dao::FailureKind::Syntax;
+    failure.name = NearToken(message);
+    return;
+  }
 }
 
 }  // namespace
+
+dao::EngineFailure DescribeFailure(int rc, std::string_view message, std::string_view path) {
+  dao::EngineFailure failure;
+  failure.code = "SQLite " + std::to_string(rc);
+  failure.message = std::string(message);
+  switch (rc & 0xff) {
+    case SQLITE_BUSY: failure.kind = dao::FailureKind::Busy; break;
+    case SQLITE_LOCKED: failure.kind = dao::FailureKind::Locked; break;
+    case SQLITE_NOTADB: failure.kind = dao::FailureKind::NotADatabase; break;
+    case SQLITE_CANTOPEN: failure.kind = dao::FailureKind::CannotOpen; break;
+    case SQLITE_ERROR: ReadMessage(failure); return failure;
+    default: return failure;
+  }
+  // The failures about the file name the file.
+  failure.name = std::string(path);
+  return failure;
+}
 
 std::shared_ptr<Connection> Connection::Open(const std::string& path, Mode mode) {
   if (path.empty()) dao::RaiseInvalidPath(path);
@@ -29,10 +84,7 @@ std::shared_ptr<Connection> Connection::Open(const std::string& path, Mode mode)
   const int rc = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
   // The handle exists even when opening failed; the connection owns it from here on.
   std::shared_ptr<Connection> connection(new Connection(raw, path));
-  if (rc != SQLITE_OK) {
-    if ((rc & 0xff) == SQLITE_CANTOPEN) RaiseCannotOpen(path);
-    connection->Fail(rc, {}, dao::SqlContext::Statement, dao::kDatabaseSource);
-  }
+  if (rc != SQLITE_OK) connection->Fail(rc, {}, dao::SqlContext::Statement, dao::kDatabaseSource);
   sqlite3_busy_timeout(raw, kBusyTimeoutMs);
   sqlite3_extended_result_codes(raw, 1);
   // SQLite reads the header lazily: touch the schema now so a foreign file fails here.
@@ -49,14 +101,7 @@ Connection::~Connection() { sqlite3_close_v2(db_); }
 void Connection::Fail(int rc, std::string_view sql, dao::SqlContext context,
                       std::string_view source) const {
   const std::string message = db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc);
-  switch (rc & 0xff) {
-    case SQLITE_BUSY: dao::RaiseBusy(path_, source);
-    case SQLITE_LOCKED: dao::RaiseLocked(message, source);
-    case SQLITE_NOTADB: dao::RaiseUnrecognisedFormat(path_);
-    case SQLITE_CANTOPEN: RaiseCannotOpen(path_);
-    case SQLITE_ERROR: dao::RaiseFromEngineMessage(message, sql, context, source);
-    default: dao::RaiseEngineFailure(message, source);
-  }
+  dao::RaiseEngineError(DescribeFailure(rc, message, path_), sql, context, source);
 }
 
 }  // namespace cp::sqlite

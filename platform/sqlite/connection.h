@@ -12,6 +12,12 @@ struct sqlite3;
 
 namespace cp::sqlite {
 
+// SQLite's failure in neutral shape: the kind from the (extended) result code `rc`, and for
+// plain SQLITE_ERROR from the English message, which is all SQLite gives to tell an unknown
+// table, column or function, an ambiguous column and a syntax error apart. Busy, locked,
+// not-a-database and cannot-open failures name `path`. The code is "SQLite <rc>".
+dao::EngineFailure DescribeFailure(int rc, std::string_view message, std::string_view path);
+
 class Connection {
  public:
   enum class Mode { OpenExisting, CreateIfMissing };
@@ -28,8 +34,9 @@ class Connection {
   sqlite3* get() const { return db_; }
   const std::string& path() const { return path_; }
 
-  // Raises the DAO error for a failed call that returned `rc`, using the connection's last
-  // message. sql: the text being run, for messages that name no better culprit.
+  // Raises the DAO error for a failed call that returned `rc` (see DescribeFailure), using
+  // the connection's last message. sql: the text being run, for messages that name no
+  // better culprit.
   [[noreturn]] void Fail(int rc, std::string_view sql, dao::SqlContext context,
                          std::string_view source) const;
 

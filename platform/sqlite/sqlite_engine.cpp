@@ -77,7 +77,7 @@ std::unique_ptr<dao::RowFilter> SqliteEngine::PrepareRowFilter(
     if (e.number() != dao::daoerr::kSyntaxInExpression) throw;
     throw Error(e.number(),
                 "Error de sintaxis (falta operador) en la expresión '" + condition + "'.",
-                e.source());
+                e.source(), e.engine_code());
   }
 }
 

@@ -13,7 +13,10 @@ Statement::Statement(std::shared_ptr<Connection> connection, const std::string& 
   const int rc = sqlite3_prepare_v2(connection_->get(), sql.c_str(),
                                     static_cast<int>(sql.size()), &stmt_, &tail);
   if (rc != SQLITE_OK) connection_->Fail(rc, sql_, context_, source_);
-  if (!stmt_) dao::RaiseFromEngineMessage("incomplete input", sql_, context_, source_);
+  // Only blanks or comments: SQLite prepares nothing and reports no error.
+  if (!stmt_)
+    dao::RaiseEngineError({dao::FailureKind::Syntax, {}, {}, "incomplete input"}, sql_,
+                          context_, source_);
   for (const char* p = tail; p && *p; ++p) {
     if (*p != ' ' && *p != ';' && *p != '\n' && *p != '\r' && *p != '\t') {
       sqlite3_finalize(std::exchange(stmt_, nullptr));

@@ -1,50 +1,67 @@
-// Engine messages to DAO errors: the number a Jet user would get and the culprit named.
+// Engine failures to DAO errors: the number a Jet user would get, the culprit named and the
+// engine's own code kept.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include "platform/core/error.h"
 #include "platform/dao/dao_errors.h"
 #include "platform/dao/types.h"
+#include "platform/sqlite/connection.h"
 
 namespace cp::dao {
 namespace {
 
 using ::testing::HasSubstr;
 
-struct MessageCase {
+struct FailureCase {
+  int rc;
   const char* message;
   SqlContext context;
   long number;
   const char* named;
 };
 
-TEST(DaoErrors, EngineMessagesMapToDaoNumbers) {
-  const std::vector<MessageCase> cases = {
-      {"no such table: main.Zonas", SqlContext::Statement, daoerr::kTableNotFound, "'Zonas'"},
-      {"no such column: Zona.Fantasma", SqlContext::Statement, daoerr::kTooFewParameters,
-       "'Zona.Fantasma'"},
-      {"no such column: Fantasma", SqlContext::Criterion, daoerr::kUnknownFieldInExpression,
-       "'Fantasma'"},
-      {"near \"FORM\": syntax error", SqlContext::Statement, daoerr::kSyntaxInQuery, "FORM"},
-      {"near \"FORM\": syntax error", SqlContext::Criterion, daoerr::kSyntaxInExpression, "FORM"},
-      {"unrecognized token: \"#\"", SqlContext::Statement, daoerr::kSyntaxInQuery, "#"},
-      {"ambiguous column name: IdZona", SqlContext::Statement, daoerr::kAmbiguousField,
-       "'IdZona'"},
-      {"no such function: jet_like", SqlContext::Statement, daoerr::kUndefinedFunction,
-       "'jet_like'"},
-      {"database disk image is malformed", SqlContext::Statement, daoerr::kEngineFailure,
-       "database disk image is malformed"},
+TEST(DaoErrors, SqliteFailuresMapToDaoNumbers) {
+  const char* file = "/no/such/folder/datos.db";
+  const std::vector<FailureCase> cases = {
+      {SQLITE_ERROR, "no such table: main.Zonas", SqlContext::Statement,
+       daoerr::kTableNotFound, "'Zonas'"},
+      {SQLITE_ERROR, "no such column: Zona.Fantasma", SqlContext::Statement,
+       daoerr::kTooFewParameters, "'Zona.Fantasma'"},
+      {SQLITE_ERROR, "no such column: Fantasma", SqlContext::Criterion,
+       daoerr::kUnknownFieldInExpression, "'Fantasma'"},
+      {SQLITE_ERROR, "near \"FORM\": syntax error", SqlContext::Statement,
+       daoerr::kSyntaxInQuery, "FORM"},
+      {SQLITE_ERROR, "near \"FORM\": syntax error", SqlContext::Criterion,
+       daoerr::kSyntaxInExpression, "FORM"},
+      {SQLITE_ERROR, "unrecognized token: \"#\"", SqlContext::Statement,
+       daoerr::kSyntaxInQuery, "#"},
+      {SQLITE_ERROR, "ambiguous column name: IdZona", SqlContext::Statement,
+       daoerr::kAmbiguousField, "'IdZona'"},
+      {SQLITE_ERROR, "no such function: jet_like", SqlContext::Statement,
+       daoerr::kUndefinedFunction, "'jet_like'"},
+      {SQLITE_CORRUPT, "database disk image is malformed", SqlContext::Statement,
+       daoerr::kEngineFailure, "database disk image is malformed"},
+      {SQLITE_BUSY_SNAPSHOT, "database is locked", SqlContext::Statement, daoerr::kBusy, file},
+      {SQLITE_LOCKED, "database table is locked: Zona", SqlContext::Statement, daoerr::kLocked,
+       "Zona"},
+      {SQLITE_NOTADB, "file is not a database", SqlContext::Statement,
+       daoerr::kUnrecognisedFormat, file},
+      {SQLITE_CANTOPEN, "unable to open database file", SqlContext::Statement,
+       daoerr::kInvalidPath, file},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.message);
     try {
-      RaiseFromEngineMessage(c.message, "SELECT x", c.context, kRecordsetSource);
+      RaiseEngineError(sqlite::DescribeFailure(c.rc, c.message, file), "SELECT x", c.context,
+                       kRecordsetSource);
       ADD_FAILURE() << "no error raised";
     } catch (const Error& e) {
       EXPECT_EQ(e.number(), c.number);
       EXPECT_THAT(e.description(), HasSubstr(c.named));
       EXPECT_EQ(e.description().find("main."), std::string::npos);
-      EXPECT_EQ(e.source(), kRecordsetSource);
+      EXPECT_EQ(e.engine_code(), "SQLite " + std::to_string(c.rc));
     }
   }
 }

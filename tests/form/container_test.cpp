@@ -54,10 +54,10 @@ TEST(ControlContainer, LookupErrors) {
   f.AddTextBox("txtPrecio", 1);
   f.AddCheckBox("chkNuevo");
   const std::vector<std::pair<std::function<void()>, long>> cases = {
-      {[&] { f.Item("txtNada"); }, kControlNotFound},
-      {[&] { f.Item("txtPrecio"); }, kIndexRequired},
-      {[&] { f.Item("chkNuevo", 0); }, kNotAnArray},
-      {[&] { f.Item("txtPrecio", 2); }, kArrayElementMissing},
+      {[&] { f.Item("txtNada"); }, err::kControlNotFound},
+      {[&] { f.Item("txtPrecio"); }, err::kIndexRequired},
+      {[&] { f.Item("chkNuevo", 0); }, err::kNotAnArray},
+      {[&] { f.Item("txtPrecio", 2); }, err::kArrayElementMissing},
       {[&] { f.Get<CheckBox>("txtPrecio", 0); }, err::kTypeMismatch},
       // Names are unique: no duplicate element, no plain control beside an array of that
       // name, no array of mixed types.

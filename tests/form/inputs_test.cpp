@@ -42,7 +42,7 @@ TEST(TextBox, ChangeHandlerMaySetTheTextAgain) {
   EXPECT_EQ(seen, (std::vector<std::string>{"150000", "150.000"}));
   // A handler that never settles ends with an error instead of a crash.
   t.Change.Connect([&] { t.setText(t.Text() + "x"); });
-  EXPECT_EQ(CaughtError([&] { t.setText("a"); }).number(), kOutOfStackSpace);
+  EXPECT_EQ(CaughtError([&] { t.setText("a"); }).number(), err::kOutOfStackSpace);
 }
 
 TEST(TextBox, SelectionCountsCharactersAndIsCutToTheText) {
@@ -94,7 +94,7 @@ TEST(ComboBox, UnknownTextIsRefusedAndChangesNothing) {
   int clicks = 0;
   c.Click.Connect([&] { ++clicks; });
   for (const char* text : {"Abogados", "clientes", "Clientes ", ""}) {
-    EXPECT_EQ(CaughtError([&] { c.setText(text); }).number(), kTextIsReadOnly) << text;
+    EXPECT_EQ(CaughtError([&] { c.setText(text); }).number(), err::kTextIsReadOnly) << text;
   }
   EXPECT_EQ(c.ListIndex(), 1);
   EXPECT_EQ(clicks, 0);
@@ -122,7 +122,7 @@ TEST(ComboBox, EditingTheListKeepsTheSelectedItem) {
   EXPECT_EQ(c.List(5), "");
   EXPECT_EQ(CaughtError([&] { c.AddItem("x", 4); }).number(), err::kInvalidProcedureCall);
   EXPECT_EQ(CaughtError([&] { c.RemoveItem(2); }).number(), err::kInvalidProcedureCall);
-  EXPECT_EQ(CaughtError([&] { c.ItemData(2); }).number(), kInvalidPropertyArrayIndex);
+  EXPECT_EQ(CaughtError([&] { c.ItemData(2); }).number(), err::kInvalidPropertyArrayIndex);
   c.setListIndex(0);
   c.Clear();
   EXPECT_EQ(c.ListCount(), 0);
@@ -190,7 +190,7 @@ TEST(SSTab, ClickReportsThePreviousTab) {
   EXPECT_EQ(CaughtError([&] { t.setTab(3); }).number(), err::kInvalidPropertyValue);
   t.setTabCaption(1, " Tipo ");
   EXPECT_EQ(t.TabCaption(1), " Tipo ");
-  EXPECT_EQ(CaughtError([&] { t.TabCaption(3); }).number(), kInvalidPropertyArrayIndex);
+  EXPECT_EQ(CaughtError([&] { t.TabCaption(3); }).number(), err::kInvalidPropertyArrayIndex);
   t.setTab(2);
   t.setTabs(2);  // the current tab goes away: the last one becomes current
   EXPECT_EQ(t.Tab(), 1);
