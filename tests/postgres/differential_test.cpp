@@ -3,11 +3,13 @@
 // same ids. The server side runs on a C-collation database and on a UTF-8 one.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "sample/demo_catalog.h"
+#include "sample/random.h"
 #include "tests/postgres/server_fixture.h"
 #include "tests/support/pg_server.h"
 
@@ -17,22 +19,14 @@ namespace {
 constexpr int kStatesPerEntity = 24;
 constexpr int kCrossesPerDirection = 15;
 
-class Random {
+// The demo data's generator with the few helpers the states need.
+class Random : public sample::SplitMix64 {
  public:
-  explicit Random(std::uint64_t seed) : state_(seed) {}
-  int Below(int n) { return static_cast<int>(Next() % static_cast<std::uint64_t>(n)); }
-  bool Chance(int percent) { return Below(100) < percent; }
+  using SplitMix64::SplitMix64;
+  int Below(int n) { return static_cast<int>(SplitMix64::Below(n)); }
+  bool Chance(int percent) { return Percent(percent); }
   template <class T>
   const T& Pick(const std::vector<T>& v) { return v[static_cast<std::size_t>(Below(static_cast<int>(v.size())))]; }
-
- private:
-  std::uint64_t Next() {
-    std::uint64_t z = (state_ += 0x9E3779B97F4A7C15ull);
-    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
-    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
-    return z ^ (z >> 31);
-  }
-  std::uint64_t state_;
 };
 
 // Every entity of the host's default list.
@@ -59,7 +53,12 @@ std::string Word(Random& r) {
   std::vector<std::string> surnames;
   for (auto s : sample::demo::Surnames()) surnames.emplace_back(s);
   std::string w = r.Pick(surnames);
-  if (r.Chance(40)) w = w.substr(0, 3 + static_cast<std::size_t>(r.Below(3)));
+  if (r.Chance(40)) {
+    // A prefix of whole characters: typed text is valid UTF-8.
+    std::size_t cut = std::min(w.size(), 3 + static_cast<std::size_t>(r.Below(3)));
+    while (cut < w.size() && (static_cast<unsigned char>(w[cut]) & 0xC0) == 0x80) ++cut;
+    w.resize(cut);
+  }
   return r.Chance(50) ? Upper(w) : w;
 }
 
