@@ -9,6 +9,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "bench/compare.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
 #include "platform/jetsql/translator.h"
@@ -17,7 +18,6 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 
 // A demo database of 20,000 own properties, made once per run.
 const std::string& DemoDb() {
@@ -47,23 +47,6 @@ long CountNative(cp::sqlite::NativeDatabase& db, const std::string& sql) {
   return n;
 }
 
-// Times jet and native alternately; the benchmark's time is the Jet one, "ratio" compares.
-template <class Jet, class Native>
-void Compare(benchmark::State& state, Jet jet, Native native) {
-  double jetSeconds = 0, nativeSeconds = 0;
-  for (auto _ : state) {
-    auto t0 = Clock::now();
-    benchmark::DoNotOptimize(native());
-    auto t1 = Clock::now();
-    benchmark::DoNotOptimize(jet());
-    auto t2 = Clock::now();
-    nativeSeconds += std::chrono::duration<double>(t1 - t0).count();
-    const double jetTime = std::chrono::duration<double>(t2 - t1).count();
-    jetSeconds += jetTime;
-    state.SetIterationTime(jetTime);
-  }
-  state.counters["ratio"] = nativeSeconds > 0 ? jetSeconds / nativeSeconds : 0;
-}
 
 // A demand's cross-match condition over own properties, against the same filter written
 // for SQLite by hand (numbers and ids only, where Jet and SQLite agree).

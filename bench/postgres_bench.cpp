@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench/compare.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
 #include "platform/postgres/session.h"
@@ -18,7 +19,6 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 
 const std::string& ServerDb() {
   static const std::string connection = [] {
@@ -38,22 +38,10 @@ long CountJet(cp::dao::Database& db, const std::string& sql) {
   return n;
 }
 
-void Compare(benchmark::State& state, const std::string& jet, const std::string& native) {
+void CompareOnServer(benchmark::State& state, const std::string& jet, const std::string& native) {
   auto jetDb = cp::dao::OpenDatabase(ServerDb());
   cp::postgres::Session nativeDb(ServerDb(), cp::postgres::Session::Purpose::Tool);
-  double jetSeconds = 0, nativeSeconds = 0;
-  for (auto _ : state) {
-    auto t0 = Clock::now();
-    benchmark::DoNotOptimize(nativeDb.Exec(native).Rows());
-    auto t1 = Clock::now();
-    benchmark::DoNotOptimize(CountJet(*jetDb, jet));
-    auto t2 = Clock::now();
-    nativeSeconds += std::chrono::duration<double>(t1 - t0).count();
-    const double jetTime = std::chrono::duration<double>(t2 - t1).count();
-    jetSeconds += jetTime;
-    state.SetIterationTime(jetTime);
-  }
-  state.counters["ratio"] = nativeSeconds > 0 ? jetSeconds / nativeSeconds : 0;
+  Compare(state, [&] { return CountJet(*jetDb, jet); }, [&] { return nativeDb.Exec(native).Rows(); });
 }
 
 // As BM_CrossConditionVsNative: numbers and ids only, where Jet and the server agree.
@@ -62,7 +50,7 @@ void CrossCondition(benchmark::State& state) {
       " ( (IPropio.IdPais Is Null)  OR (IPropio.IdPais = 1) ) AND  ((IPropio.Precio BETWEEN "
       "100000 AND 400000 OR IsNull(IPropio.Precio)) )  AND  ( (IPropio.Huecos>=2) OR "
       "IsNull(IPropio.Huecos))  AND ( (IPropio.Amueblado = 1) OR (IPropio.Amueblado=2)) ";
-  Compare(state,
+  CompareOnServer(state,
           "SELECT IPropio.* FROM IPropio LEFT JOIN Cliente ON Cliente.IdCliente = "
           "IPropio.IdCliente WHERE " + where,
           "SELECT IPropio.* FROM IPropio LEFT JOIN Cliente ON Cliente.IdCliente = "
@@ -73,7 +61,7 @@ void CrossCondition(benchmark::State& state) {
 
 // As BM_MultiValuedLikeVsNative: Jet LIKE with folding against the server's ILIKE.
 void MultiValuedLike(benchmark::State& state) {
-  Compare(state,
+  CompareOnServer(state,
           "SELECT IdDemanda FROM Demanda WHERE (( (Demanda.TipoInmueble = 'Piso; ')  OR "
           "(Demanda.TipoInmueble LIKE 'Piso;*')  OR (Demanda.TipoInmueble LIKE '*; Piso; ')  OR "
           "(Demanda.TipoInmueble LIKE '*; Piso;*') ))",

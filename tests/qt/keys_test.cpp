@@ -5,32 +5,12 @@
 #include <QTest>
 
 #include "common/scripted_list_picker.h"
-#include "qt/form_view.h"
-#include "qt/qt_modal_runner.h"
-#include "tests/qt/gui_dialog_support.h"
-#include "tests/selection/selection_fixture.h"
+#include "tests/qt/selection_window_fixture.h"
 
 namespace cp::testing {
 namespace {
 
-class WindowKeysTest : public SelectionTest {
- protected:
-  void SetUp() override {
-    GuiApp();
-    SelectionTest::SetUp();
-  }
-  // mtdMostrar in the real window with act as the user; false when act left it open.
-  bool ShowWindow(const std::function<void(SelectionWindow&)>& act) {
-    ScopedModalRunner runner(std::make_shared<QtModalRunner>());
-    ModalAnswer user([&](QWidget& w) { act(dynamic_cast<SelectionWindow&>(w)); });
-    const bool result = sel_->mtdMostrar();
-    EXPECT_TRUE(user.Answered());
-    return result;
-  }
-  static QWidget* Inm(SelectionWindow& w, const char* name) {
-    return w.View().NestedView("SeleccionInm1")->WidgetOf(name);
-  }
-};
+class WindowKeysTest : public SelectionWindowTest {};
 
 // An unknown province whose list the user cancelled keeps the focus; leaving the window
 // must not validate it again.
