@@ -16,8 +16,8 @@
 namespace cp::testing {
 namespace {
 
-constexpr int kStatesPerEntity = 24;
-constexpr int kCrossesPerDirection = 15;
+constexpr int kStatesPerEntity = 8;
+constexpr int kCrossesPerDirection = 6;
 
 // The demo data's generator with the few helpers the states need.
 class Random : public sample::SplitMix64 {
