@@ -1,9 +1,6 @@
 #include "platform/automation/dispatch_object.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/core/conversions.h"
-#include "platform/core/error.h"
 #include "tests/support/errors.h"
 
 namespace cp {

@@ -1,9 +1,6 @@
 #include "platform/automation/plugin.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/automation/registry.h"
-#include "platform/core/error.h"
 #include "tests/support/errors.h"
 
 namespace cp {
@@ -13,14 +10,10 @@ using cp::testing::CaughtError;
 
 TEST(Plugin, MissingLibraryRaisesASpanishErrorNamingIt) {
   const std::string path = "/no/existe/libninguno.so";
-  try {
-    LoadPlugin(path);
-    FAIL() << "no error";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), err::kFileNotFound);
-    EXPECT_NE(e.description().find("No se ha podido cargar la biblioteca"), std::string::npos);
-    EXPECT_NE(e.description().find(path), std::string::npos);
-  }
+  const Error e = CaughtError([&] { LoadPlugin(path); });
+  EXPECT_EQ(e.number(), err::kFileNotFound);
+  EXPECT_NE(e.description().find("No se ha podido cargar la biblioteca"), std::string::npos);
+  EXPECT_NE(e.description().find(path), std::string::npos);
 }
 
 TEST(Plugin, LoadingRegistersItsProgIdsInThisProcess) {

@@ -13,13 +13,12 @@
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
 #include "platform/form/user_control.h"
-#include "tests/form/form_test_support.h"
+#include "tests/support/errors.h"
 
 namespace cp::form {
 namespace {
 
 using cp::testing::CaughtError;
-using testing::Log;
 
 TEST(ControlContainer, KeepsCreationOrderAndFindsArraysByIndex) {
   Form f("SeleccionCli");
@@ -92,11 +91,12 @@ struct FocusFixture : ::testing::Test {
   Form f{"f"};
   TextBox& a = f.AddTextBox("txtA");
   TextBox& b = f.AddTextBox("txtB");
-  Log log;
+  std::vector<std::string> log;
   void Trace(Control& c) {
-    c.Validate.Connect([this, &c](bool&) { log.entries.push_back(c.Name() + ".Validate"); });
-    c.LostFocus.Connect(log.Add(c.Name() + ".LostFocus"));
-    c.GotFocus.Connect(log.Add(c.Name() + ".GotFocus"));
+    const std::string n = c.Name();
+    c.Validate.Connect([this, n](bool&) { log.push_back(n + ".Validate"); });
+    c.LostFocus.Connect([this, n] { log.push_back(n + ".LostFocus"); });
+    c.GotFocus.Connect([this, n] { log.push_back(n + ".GotFocus"); });
   }
 };
 
@@ -106,7 +106,7 @@ TEST_F(FocusFixture, MovesInTheRuntimeOrder) {
   EXPECT_TRUE(a.SetFocus());
   EXPECT_TRUE(b.SetFocus());
   EXPECT_TRUE(b.SetFocus());  // already there: nothing fires
-  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtA.GotFocus", "txtA.Validate",
+  EXPECT_EQ(log, (std::vector<std::string>{"txtA.GotFocus", "txtA.Validate",
                                                    "txtA.LostFocus", "txtB.GotFocus"}));
   EXPECT_TRUE(b.HasFocus());
   EXPECT_FALSE(a.HasFocus());
@@ -121,7 +121,7 @@ TEST_F(FocusFixture, CancelledValidateKeepsTheFocusAndTellsTheView) {
   f.AddObserver([&](Control& c, std::string_view p) { told.push_back(c.Name() + "." + std::string(p)); });
   EXPECT_FALSE(b.SetFocus());
   EXPECT_EQ(f.ActiveControl(), &a);
-  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtA.Validate"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"txtA.Validate"}));
   EXPECT_EQ(told, (std::vector<std::string>{"txtA.Focus"}));
   a.setText("x");
   EXPECT_TRUE(b.SetFocus());
@@ -137,7 +137,7 @@ TEST_F(FocusFixture, LostFocusHandlerMayMoveTheFocusOnwards) {
   b.SetFocus();
   EXPECT_EQ(f.ActiveControl(), &c);
   // b got the focus but lost it before its GotFocus could run.
-  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtB.Validate", "txtB.LostFocus",
+  EXPECT_EQ(log, (std::vector<std::string>{"txtB.Validate", "txtB.LostFocus",
                                                    "txtC.GotFocus"}));
 }
 
@@ -160,7 +160,7 @@ TEST_F(FocusFixture, ControlsThatCannotTakeTheFocus) {
   Trace(a);
   a.setVisible(false);
   EXPECT_EQ(f.ActiveControl(), nullptr);
-  EXPECT_EQ(log.entries, (std::vector<std::string>{"txtA.LostFocus"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"txtA.LostFocus"}));
 }
 
 TEST(Observers, SeeEveryChangeBeforeItsEvent) {
@@ -183,16 +183,13 @@ TEST(Observers, SeeEveryChangeBeforeItsEvent) {
                                             "Click", "txtPalabras.Enabled"}));
 }
 
+// As the criteria's check boxes do: Delete turns the box grey and the key is consumed.
 TEST(Keys, KeyDownHandlerMaySwallowTheKey) {
   Form f("f");
   CheckBox& c = f.AddCheckBox("chkTrastero");
   c.setValue(1);
-  // As the criteria's check boxes do: Delete turns the box grey and the key is consumed.
-  c.KeyDown.Connect([&](int& key, int& shift) {
-    if (key == vbKeyDelete) {
-      c.setValue(2);
-      key = 0;
-    }
+  c.KeyDown.Connect([&](int& key, int&) {
+    if (key == vbKeyDelete) { c.setValue(2); key = 0; }
   });
   EXPECT_EQ(c.SendKeyDown(vbKeyReturn, vbShiftMask), vbKeyReturn);
   EXPECT_EQ(c.Value(), 1);

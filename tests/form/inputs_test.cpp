@@ -9,44 +9,35 @@
 #include "platform/form/date_picker.h"
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
-#include "tests/form/form_test_support.h"
+#include "tests/support/errors.h"
 
 namespace cp::form {
 namespace {
 
 using cp::testing::CaughtError;
 
-TEST(TextBox, ChangeFiresOnlyWhenTheTextDiffers) {
-  Form f("f");
-  TextBox& t = f.AddTextBox("txtPalabras");
-  int changes = 0;
-  t.Change.Connect([&] { ++changes; });
-  t.setText("Ávila");
-  t.setText("Ávila");
-  t.setText("");
-  t.setText("");
-  EXPECT_EQ(changes, 2);
-  EXPECT_EQ(t.Text(), "");
-}
+struct Inputs : ::testing::Test {
+  Form f{"f"};
+  int events = 0;
+  std::function<void()> Count() { return [this] { ++events; }; }
+};
 
-TEST(TextBox, ChangeHandlerMaySetTheTextAgain) {
-  Form f("f");
+TEST_F(Inputs, TextBoxChangeFiresOnlyWhenTheTextDiffersAndMaySetItAgain) {
   TextBox& t = f.AddTextBox("txtPrecio", 0);
   std::vector<std::string> seen;
   t.Change.Connect([&] {
     seen.push_back(t.Text());
     if (t.Text() == "150000") t.setText("150.000");
   });
-  t.setText("150000");
+  for (const char* text : {"Ávila", "Ávila", "", "", "150000"}) t.setText(text);
   EXPECT_EQ(t.Text(), "150.000");
-  EXPECT_EQ(seen, (std::vector<std::string>{"150000", "150.000"}));
+  EXPECT_EQ(seen, (std::vector<std::string>{"Ávila", "", "150000", "150.000"}));
   // A handler that never settles ends with an error instead of a crash.
   t.Change.Connect([&] { t.setText(t.Text() + "x"); });
   EXPECT_EQ(CaughtError([&] { t.setText("a"); }).number(), err::kOutOfStackSpace);
 }
 
-TEST(TextBox, SelectionCountsCharactersAndIsCutToTheText) {
-  Form f("f");
+TEST_F(Inputs, TextBoxSelectionCountsCharactersAndIsCutToTheText) {
   TextBox& t = f.AddTextBox("txtZona");
   t.setText("Peñíscola");
   t.setSelStart(2);
@@ -65,50 +56,34 @@ TEST(TextBox, SelectionCountsCharactersAndIsCutToTheText) {
   EXPECT_EQ(t.SelLength(), 0);
 }
 
-TEST(ComboBox, ListIndexSelectsAndClicksOnChange) {
-  Form f("f");
+TEST_F(Inputs, ComboBoxListIndexAndTextSelectAndClickOnChange) {
   ComboBox& c = f.AddComboBox("cboOpPalabras");
   for (const char* item : {"Al principio", "En todo el texto", "Al final"}) c.AddItem(item);
-  int clicks = 0;
-  c.Click.Connect([&] { ++clicks; });
+  c.Click.Connect(Count());
   EXPECT_EQ(c.ListIndex(), -1);
   EXPECT_EQ(c.Text(), "");
   c.setListIndex(1);
   c.setListIndex(1);
-  EXPECT_EQ(clicks, 1);
+  EXPECT_EQ(events, 1);
   EXPECT_EQ(c.Text(), "En todo el texto");
   EXPECT_EQ(CaughtError([&] { c.setListIndex(3); }).number(), err::kInvalidPropertyValue);
   EXPECT_EQ(CaughtError([&] { c.setListIndex(-2); }).number(), err::kInvalidPropertyValue);
+  // Only a listed text, exactly: anything else is refused and changes nothing.
+  for (const char* text : {"Abogados", "al final", "Al final ", ""})
+    EXPECT_EQ(CaughtError([&] { c.setText(text); }).number(), err::kTextIsReadOnly) << text;
   EXPECT_EQ(c.ListIndex(), 1);
   c.setText("Al final");
   EXPECT_EQ(c.ListIndex(), 2);
-  EXPECT_EQ(clicks, 2);
+  EXPECT_EQ(events, 2);
 }
 
-TEST(ComboBox, UnknownTextIsRefusedAndChangesNothing) {
-  Form f("f");
-  ComboBox& c = f.AddComboBox("cboEntidad");
-  c.AddItem("Clientes");
-  c.AddItem("Demandas");
-  c.setListIndex(1);
-  int clicks = 0;
-  c.Click.Connect([&] { ++clicks; });
-  for (const char* text : {"Abogados", "clientes", "Clientes ", ""}) {
-    EXPECT_EQ(CaughtError([&] { c.setText(text); }).number(), err::kTextIsReadOnly) << text;
-  }
-  EXPECT_EQ(c.ListIndex(), 1);
-  EXPECT_EQ(clicks, 0);
-}
-
-TEST(ComboBox, EditingTheListKeepsTheSelectedItem) {
-  Form f("f");
+TEST_F(Inputs, ComboBoxEditingTheListKeepsTheSelectedItem) {
   ComboBox& c = f.AddComboBox("cboEn");
   c.AddItem("b");
   c.AddItem("d");
   c.setItemData(1, 40);
   c.setListIndex(1);
-  int clicks = 0;
-  c.Click.Connect([&] { ++clicks; });
+  c.Click.Connect(Count());
   c.AddItem("a", 0);
   c.AddItem("c", 2);
   EXPECT_EQ(c.ListIndex(), 3);
@@ -118,7 +93,7 @@ TEST(ComboBox, EditingTheListKeepsTheSelectedItem) {
   EXPECT_EQ(c.ListIndex(), 2);
   c.RemoveItem(2);
   EXPECT_EQ(c.ListIndex(), -1);
-  EXPECT_EQ(clicks, 0);
+  EXPECT_EQ(events, 0);
   EXPECT_EQ(c.List(5), "");
   EXPECT_EQ(CaughtError([&] { c.AddItem("x", 4); }).number(), err::kInvalidProcedureCall);
   EXPECT_EQ(CaughtError([&] { c.RemoveItem(2); }).number(), err::kInvalidProcedureCall);
@@ -127,65 +102,49 @@ TEST(ComboBox, EditingTheListKeepsTheSelectedItem) {
   c.Clear();
   EXPECT_EQ(c.ListCount(), 0);
   EXPECT_EQ(c.ListIndex(), -1);
-  EXPECT_EQ(clicks, 1);
+  EXPECT_EQ(events, 1);
 }
 
-TEST(CheckBox, ValuesAndClick) {
-  Form f("f");
+TEST_F(Inputs, CheckBoxValuesAndClick) {
   CheckBox& c = f.AddCheckBox("chkNuevo");
-  int clicks = 0;
-  c.Click.Connect([&] { ++clicks; });
-  struct Case {
-    int value;
-    long error;
-    int expectedValue;
-    int expectedClicks;
-  };
-  const Case cases[] = {{2, 0, 2, 1}, {2, 0, 2, 1}, {1, 0, 1, 2}, {3, 380, 1, 2},
-                        {-1, 380, 1, 2}, {0, 0, 0, 3}};
-  for (const Case& k : cases) {
-    if (k.error) {
-      EXPECT_EQ(CaughtError([&] { c.setValue(k.value); }).number(), k.error) << k.value;
-    } else {
-      EXPECT_NO_THROW(c.setValue(k.value)) << k.value;
-    }
-    EXPECT_EQ(c.Value(), k.expectedValue) << k.value;
-    EXPECT_EQ(clicks, k.expectedClicks) << k.value;
+  c.Click.Connect(Count());
+  // value set, error raised, value then, clicks so far
+  const int cases[][4] = {{2, 0, 2, 1}, {2, 0, 2, 1}, {1, 0, 1, 2}, {3, 380, 1, 2},
+                          {-1, 380, 1, 2}, {0, 0, 0, 3}};
+  for (const auto& [value, error, after, clicks] : cases) {
+    EXPECT_EQ(cp::testing::ErrorNumberOf([&] { c.setValue(value); }), error) << value;
+    EXPECT_EQ(c.Value(), after) << value;
+    EXPECT_EQ(events, clicks) << value;
   }
 }
 
-TEST(DTPicker, NullWhileUncheckedAndChangeOnEveryNewValue) {
-  Form f("f");
+TEST_F(Inputs, DatePickerNullWhileUncheckedAndChangeOnEveryNewValue) {
   DTPicker& d = f.AddDTPicker("dtpAlta", 0);
-  int changes = 0;
-  d.Change.Connect([&] { ++changes; });
+  d.Change.Connect(Count());
   const Date may = MakeDate(2024, 5, 17);
   d.setValue(Variant(may));
   d.setValue(Variant::Null());
   EXPECT_TRUE(d.Value().IsNull());
   EXPECT_FALSE(d.Checked());
   d.setValue(Variant::Null());
-  EXPECT_EQ(changes, 2);
+  EXPECT_EQ(events, 2);
   d.setChecked(true);  // checking again shows the date it had
   EXPECT_EQ(d.Value().AsDate(), may);
   d.setValue(Variant("2024-05-17"));
-  EXPECT_EQ(changes, 3);
+  EXPECT_EQ(events, 3);
   d.setValue(Variant("01/02/2023"));
   EXPECT_EQ(d.Value().AsDate(), MakeDate(2023, 2, 1));
   EXPECT_EQ(CaughtError([&] { d.setValue(Variant()); }).number(), err::kInvalidPropertyValue);
   EXPECT_EQ(CaughtError([&] { d.setValue(Variant("ayer")); }).number(), err::kTypeMismatch);
   EXPECT_EQ(d.Value().AsDate(), MakeDate(2023, 2, 1));
-  EXPECT_EQ(changes, 4);
+  EXPECT_EQ(events, 4);
 }
 
-TEST(SSTab, ClickReportsThePreviousTab) {
-  Form f("f");
+TEST_F(Inputs, TabStripClickReportsThePreviousTab) {
   SSTab& t = f.AddSSTab("tbsSelec", 3);
   std::vector<int> previous;
   t.Click.Connect([&](int p) { previous.push_back(p); });
-  t.setTab(2);
-  t.setTab(2);
-  t.setTab(0);
+  for (int tab : {2, 2, 0}) t.setTab(tab);
   EXPECT_EQ(previous, (std::vector<int>{0, 2}));
   EXPECT_EQ(CaughtError([&] { t.setTab(3); }).number(), err::kInvalidPropertyValue);
   t.setTabCaption(1, " Tipo ");

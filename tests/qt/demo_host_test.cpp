@@ -1,55 +1,39 @@
-// Smoke tests of the demo host: the dialog played by a script inside its modal loop, the
-// rows of the accepted condition listed with their count, the cross button, a screenshot.
+// Smoke tests of the demo host: the dialog played by a script inside its modal loop, the rows
+// of the accepted condition listed with their count, the cross button, a screenshot.
 #include <QComboBox>
-#include <QImage>
 #include <QLabel>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTableWidget>
-#include <QTest>
 #include <filesystem>
 #include <sstream>
 
-#include "common/shared_state.h"
-#include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
-#include "platform/form/combo_box.h"
-#include "platform/form/command_button.h"
-#include "platform/form/text_box.h"
 #include "qt/demo/host_window.h"
 #include "qt/demo/screenshot.h"
-#include "qt/qt_list_picker.h"
-#include "qt/qt_modal_runner.h"
-#include "common/list_picker.h"
-#include "platform/automation/registry.h"
-#include "selection/modal_runner.h"
-#include "tests/common/common_fixture.h"
-#include "tests/qt/picker_test_support.h"
-#include "tests/support/scratch_db.h"
+#include "tests/qt/gui_support.h"
 
 namespace cp::testing {
 namespace {
 
 const char* const kRows = R"SQL(
+INSERT INTO Provincia (IdProvincia, Nombre) VALUES (5, 'Málaga');
 INSERT INTO Cliente (IdCliente, Alias, Apellidos) VALUES
   (1, 'García, Luis', 'García López'), (2, 'Garcia, Ana', 'garcia ruiz'),
   (3, 'Pérez, Juan', 'Pérez Garcia'), (4, 'O''Brien', 'O''Brien'), (5, 'Ruiz', 'Ruiz Garcia');
 INSERT INTO Agencia (IdAgencia, Alias) VALUES (1, 'Sol'), (2, 'Luna');
 INSERT INTO Demanda (IdDemanda, IdCliente, PrecioMinimo, PrecioMaximo, Huecos) VALUES
   (1, 1, 100000, 200000, 3), (2, 2, 50000, 90000, 2);
-INSERT INTO IPropio (IdIPropio, IdCliente, Precio, Huecos) VALUES
-  (1, 3, 150000, 3), (2, 4, 80000, 2), (3, 5, 300000, 4);
+INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos) VALUES
+  (1, 3, 5, 150000, 3), (2, 4, NULL, 80000, 2), (3, 5, NULL, 300000, 4);
 )SQL";
 
 class DemoHostTest : public CommonTest {
  protected:
-  static void SetUpTestSuite() {
-    path_ = ScratchDb::Create("cp_demo_host", kRows);
-  }
+  static void SetUpTestSuite() { path_ = ScratchDb::Create("cp_demo_host", kRows); }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
-
   void SetUp() override {
     CommonTest::SetUp();
-    TestApp();
     host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
   }
   void TearDown() override {
@@ -58,40 +42,33 @@ class DemoHostTest : public CommonTest {
     CommonTest::TearDown();
   }
 
-  // Selects with script playing the user in the dialog; the entity is chosen first.
-  bool Select(const std::string& entity, std::function<void(frmSeleccion&)> script) {
+  // Selects with script playing the user in the dialog (Aceptar by default).
+  bool Select(const std::string& entity, std::function<void(frmSeleccion&)> script = Accept) {
     host_->entityList().setCurrentText(QString::fromStdString(entity));
     ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(std::move(script)));
     return host_->Select();
   }
-
-  static SelectionControl& Shown(frmSeleccion& dlg) {
-    if (dlg.SeleccionInm1Control().Visible()) return dlg.SeleccionInm1();
-    return dlg.SeleccionCli1();
-  }
+  static void Accept(frmSeleccion& dlg) { Press(dlg, "cmdAceptar"); }
   static void Press(frmSeleccion& dlg, const char* button) {
     dlg.Controls().Get<form::CommandButton>(button).Press();
   }
-  // The search for words as the contact control offers it.
-  static void SearchWords(frmSeleccion& dlg, const std::string& words, const std::string& where,
-                          const std::string& field) {
-    form::ControlContainer& c = Shown(dlg).Controls();
-    c.Get<form::TextBox>("txtPalabras").setText(words);
-    c.Get<form::ComboBox>("cboOpPalabras").setText(where);
-    c.Get<form::ComboBox>("cboEn").setText(field);
-  }
-
-  // The values of one column of the listed rows, in order.
-  std::vector<long> Listed(const char* column) const {
+  int Column(const char* name) const {
     QTableWidget& rows = host_->rows();
-    int c = -1;
-    for (int i = 0; i < rows.columnCount(); ++i)
-      if (rows.horizontalHeaderItem(i)->data(Qt::UserRole).toString() == column) c = i;
-    EXPECT_GE(c, 0) << column;
+    for (int c = 0; c < rows.columnCount(); ++c)
+      if (rows.horizontalHeaderItem(c)->data(Qt::UserRole).toString() == name) return c;
+    ADD_FAILURE() << name;
+    return -1;
+  }
+  std::vector<long> Listed(const char* column) const {
     std::vector<long> values;
-    for (int r = 0; c >= 0 && r < rows.rowCount(); ++r)
-      values.push_back(rows.item(r, c)->text().toLong());
+    const int c = Column(column);
+    for (int r = 0; c >= 0 && r < host_->rows().rowCount(); ++r)
+      values.push_back(host_->rows().item(r, c)->text().toLong());
     return values;
+  }
+  QString Cell(int row, const char* column) const {
+    const int c = Column(column);
+    return host_->rows().horizontalHeaderItem(c)->text() + "=" + host_->rows().item(row, c)->text();
   }
 
   std::unique_ptr<DemoHostWindow> host_;
@@ -100,27 +77,25 @@ class DemoHostTest : public CommonTest {
 
 TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
   ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) {
-    SearchWords(dlg, "garcia", "Al final", "Apellido");
-    Press(dlg, "cmdAceptar");
+    form::ControlContainer& c = dlg.SeleccionCli1().Controls();
+    c.Get<form::TextBox>("txtPalabras").setText("garcia");
+    c.Get<form::ComboBox>("cboOpPalabras").setText("Al final");
+    c.Get<form::ComboBox>("cboEn").setText("Apellido");
+    Accept(dlg);
   }));
   EXPECT_EQ(Listed("IdCliente"), (std::vector<long>{3, 5}));
   EXPECT_EQ(host_->countLabel().text(), "2 registros de Clientes");
   EXPECT_TRUE(host_->conditionLabel().text().contains(QString::fromStdString(host_->selection().SQLW())));
 
   // Cancelling keeps the rows listed.
-  host_->entityList().setCurrentText("Agencias");
-  {
-    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(
-        [](frmSeleccion& dlg) { Press(dlg, "cmdCancelar"); }));
-    EXPECT_FALSE(host_->Select());
-  }
+  EXPECT_FALSE(Select("Agencias", [](frmSeleccion& dlg) { Press(dlg, "cmdCancelar"); }));
   EXPECT_EQ(host_->ListedEntity(), "Clientes");
 
   // The select button runs the dialog for the chosen entity; untouched, it lists everything.
   std::string shownEntity;
   ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([&](frmSeleccion& dlg) {
     shownEntity = dlg.cboEntidad().Text();
-    Press(dlg, "cmdAceptar");
+    Accept(dlg);
   }));
   QTest::mouseClick(&host_->selectButton(), Qt::LeftButton);
   EXPECT_EQ(shownEntity, "Agencias");
@@ -131,34 +106,57 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
 
 TEST_F(DemoHostTest, CrossesTheCurrentRowWithTheOtherSideOfTheMarketButNotContacts) {
   EXPECT_FALSE(host_->crossButton().isEnabled());  // nothing listed yet
-  ASSERT_TRUE(Select("Clientes", [](frmSeleccion& dlg) { Press(dlg, "cmdAceptar"); }));
+  ASSERT_TRUE(Select("Clientes"));
   host_->rows().setCurrentCell(0, 0);
   EXPECT_FALSE(host_->crossButton().isEnabled());
   EXPECT_FALSE(host_->CrossSelected());
-
-  struct Case {
-    std::string listed, key, target;
-  };
-  const Case cases[] = {{"Demandas", "IdDemanda", "Inm. Propios"},
-                        {"Inm. Propios", "IdIPropio", "Demandas"}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.listed);
+  const std::string cases[][3] = {{"Demandas", "IdDemanda", "Inm. Propios"},
+                                  {"Inm. Propios", "IdIPropio", "Demandas"}};
+  for (const auto& [listed, key, target] : cases) {
+    SCOPED_TRACE(listed);
     // A fresh host: after a cross the dialog opens on the crossed criteria.
     host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
-    ASSERT_TRUE(Select(c.listed, [](frmSeleccion& dlg) { Press(dlg, "cmdAceptar"); }));
-    EXPECT_TRUE(host_->crossButton().text().contains(QString::fromStdString(c.target)));
+    ASSERT_TRUE(Select(listed));
+    EXPECT_EQ(host_->crossButton().text(), QString::fromStdString("&Cruzar con " + target));
     // The second row, so that a host that always took the first would be caught.
     ASSERT_GE(host_->ListedRows(), 2) << host_->selection().SQLW();
     host_->rows().setCurrentCell(1, 0);
-    std::int32_t id = static_cast<std::int32_t>(Listed(c.key.c_str()).at(1));
+    std::int32_t id = static_cast<std::int32_t>(Listed(key.c_str()).at(1));
     QTest::mouseClick(&host_->crossButton(), Qt::LeftButton);
-    EXPECT_EQ(host_->ListedEntity(), c.target);
-
+    EXPECT_EQ(host_->ListedEntity(), target);
     CSeleccion reference;
-    std::string to = c.target, from = c.listed;
+    std::string to = target, from = listed;
     reference.Cruzar(id, to, from);
     EXPECT_EQ(host_->selection().SQLW(), reference.SQLW());
   }
+}
+
+// The cross button follows the chosen entity, the status line the latest selection; the
+// condition takes a few lines, and the rows read as names under Spanish headers.
+TEST_F(DemoHostTest, FollowsWhatTheUserDid) {
+  ASSERT_TRUE(Select("Demandas"));
+  QPushButton& cross = host_->crossButton();
+  host_->entityList().setCurrentText(QStringLiteral("Agencias"));
+  EXPECT_EQ(cross.text(), QStringLiteral("&Cruzar"));
+  EXPECT_FALSE(cross.isEnabled());
+  host_->entityList().setCurrentText(QStringLiteral("Inm. Propios"));
+  EXPECT_FALSE(cross.isEnabled()) << "the demands listed are not properties";
+  host_->entityList().setCurrentText(QStringLiteral("Demandas"));
+  ASSERT_TRUE(cross.isEnabled());
+
+  QTest::mouseClick(&cross, Qt::LeftButton);
+  ASSERT_EQ(host_->ListedEntity(), "Inm. Propios");
+  EXPECT_EQ(Cell(0, "IdProvincia"), QStringLiteral("Provincia=Málaga"));
+  EXPECT_EQ(Cell(0, "IdCliente"), QStringLiteral("Cliente=Pérez, Juan"));
+  EXPECT_EQ(Cell(0, "IdIPropio"), QStringLiteral("Nº=1"));
+  const int line = host_->conditionLabel().fontMetrics().lineSpacing();
+  EXPECT_LE(host_->conditionArea().maximumHeight(), 4 * line);
+  QTest::mouseClick(&host_->conditionButton(), Qt::LeftButton);
+  EXPECT_GE(host_->conditionArea().maximumHeight(), host_->conditionLabel().sizeHint().height());
+
+  EXPECT_FALSE(host_->statusBar()->currentMessage().isEmpty());
+  ASSERT_TRUE(Select("Clientes"));
+  EXPECT_TRUE(host_->statusBar()->currentMessage().isEmpty()) << "the cross is no longer shown";
 }
 
 // A picture through the real modal window, as --screenshot takes it.

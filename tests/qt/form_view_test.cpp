@@ -1,7 +1,5 @@
 // The view of a form model: what the user does with the widgets reaches the model through
 // its setters and events, and what code does to the model shows in the widgets, once.
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
@@ -10,31 +8,20 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTest>
-#include <string>
-#include <vector>
 
-#include "platform/core/date.h"
-#include "platform/core/error.h"
-#include "platform/form/check_box.h"
-#include "platform/form/combo_box.h"
-#include "platform/form/command_button.h"
-#include "platform/form/date_picker.h"
 #include "platform/form/frame.h"
 #include "platform/form/keys.h"
 #include "platform/form/label.h"
 #include "platform/form/ss_tab.h"
-#include "platform/form/text_box.h"
 #include "platform/form/user_control.h"
-#include "qt/form_view.h"
-#include "tests/qt/gui_dialog_support.h"
+#include "tests/qt/gui_support.h"
+#include "tests/support/errors.h"
 
 namespace cp::testing {
 namespace {
 
 class FormViewTest : public ::testing::Test {
  protected:
-  void SetUp() override { GuiApp(); }
   void TearDown() override {
     view_.reset();
     FormView::TakePendingError();
@@ -111,20 +98,17 @@ TEST_F(FormViewTest, CheckBoxClicksCycleLikeTheOriginalAndGreyShowsAsPartial) {
   auto* box = Widget<QCheckBox>("chkNuevo");
   EXPECT_EQ(box->text(), QStringLiteral("Nuevo"));
 
-  const struct {
-    int before;
-    int after;
-    Qt::CheckState shown;
-  } cases[] = {{form::vbUnchecked, form::vbChecked, Qt::Checked},
-               {form::vbChecked, form::vbUnchecked, Qt::Unchecked},
-               {form::vbGrayed, form::vbChecked, Qt::Checked}};
-  for (const auto& c : cases) {
-    chk.setValue(c.before);
+  const std::tuple<int, int, Qt::CheckState> cases[] = {
+      {form::vbUnchecked, form::vbChecked, Qt::Checked},
+      {form::vbChecked, form::vbUnchecked, Qt::Unchecked},
+      {form::vbGrayed, form::vbChecked, Qt::Checked}};
+  for (const auto& [before, after, shown] : cases) {
+    chk.setValue(before);
     log_.clear();
     QTest::mouseClick(box, Qt::LeftButton);
-    EXPECT_EQ(chk.Value(), c.after) << "from " << c.before;
-    EXPECT_EQ(box->checkState(), c.shown) << "from " << c.before;
-    EXPECT_EQ(log_.size(), 1u) << "one Click per click, from " << c.before;
+    EXPECT_EQ(chk.Value(), after) << "from " << before;
+    EXPECT_EQ(box->checkState(), shown) << "from " << before;
+    EXPECT_EQ(log_.size(), 1u) << "one Click per click, from " << before;
   }
 
   box->setFocus();
@@ -230,14 +214,12 @@ TEST_F(FormViewTest, EnabledAndVisibleFollowTheModelThroughFrames) {
   QWidget* edit = view_->WidgetOf("txtDentro");
   EXPECT_EQ(Widget<QLabel>("lblFuera")->text(), QStringLiteral("Fuera"));
 
-  frame.setEnabled(false);
-  EXPECT_FALSE(edit->isEnabled());
-  frame.setEnabled(true);
-  txt.setEnabled(false);
-  EXPECT_FALSE(edit->isEnabled());
-  txt.setEnabled(true);
-  EXPECT_TRUE(edit->isEnabled());
-
+  for (form::Control* c : {static_cast<form::Control*>(&frame), static_cast<form::Control*>(&txt)}) {
+    c->setEnabled(false);
+    EXPECT_FALSE(edit->isEnabled()) << c->Name();
+    c->setEnabled(true);
+    EXPECT_TRUE(edit->isEnabled()) << c->Name();
+  }
   frame.setVisible(false);
   EXPECT_FALSE(edit->isVisible());
   frame.setVisible(true);
@@ -347,12 +329,7 @@ TEST_F(FormViewTest, AnErrorInAHandlerIsKeptForTheCaller) {
   FormView::SetErrorHook(nullptr);
   EXPECT_EQ(hooked, 1);
   const std::exception_ptr error = FormView::TakePendingError();
-  ASSERT_TRUE(error);
-  try {
-    std::rethrow_exception(error);
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), err::kTypeMismatch);
-  }
+  EXPECT_EQ(CaughtError([&] { std::rethrow_exception(error); }).number(), err::kTypeMismatch);
   EXPECT_FALSE(FormView::TakePendingError()) << "taken once";
 }
 

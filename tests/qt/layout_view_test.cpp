@@ -2,23 +2,13 @@
 // places any other container; on screen, labels line up, the "y" sits between its bounds,
 // pickers sit right of their box, the window fits a 1366x768 screen and Tab follows the
 // creation order.
-#include <gtest/gtest.h>
-
-#include <QLineEdit>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTest>
 #include <set>
 
-#include "platform/core/error.h"
 #include "platform/form/frame.h"
-#include "platform/form/label.h"
-#include "qt/form_view.h"
 #include "qt/layouts.h"
-#include "qt/qt_modal_runner.h"
-#include "selection/frm_seleccion.h"
-#include "tests/qt/gui_dialog_support.h"
-#include "tests/selection/selection_fixture.h"
+#include "tests/qt/gui_support.h"
 
 namespace cp::testing {
 namespace {
@@ -26,13 +16,8 @@ namespace {
 using layout::Cell;
 
 TEST(LayoutCells, ParsedFromTheirText) {
-  const struct {
-    const char* text;
-    Cell::Kind kind;
-    const char* name;
-    int index;
-    int width;
-  } cases[] = {
+  const struct { const char* text; Cell::Kind kind; const char* name; int index, width; }
+  cases[] = {
       {"txtPais", Cell::Kind::Control, "txtPais", -1, 0},
       {"txtPrecio(1)", Cell::Kind::Control, "txtPrecio", 1, 0},
       {"txtPrecio(0):12", Cell::Kind::Control, "txtPrecio", 0, 12},
@@ -71,13 +56,7 @@ void ExpectDescribedCompletely(const form::ControlContainer& c) {
     }
 }
 
-class DialogLayoutTest : public SelectionTest {
- protected:
-  void SetUp() override {
-    GuiApp();
-    SelectionTest::SetUp();
-  }
-};
+using DialogLayoutTest = SelectionTest;
 
 TEST_F(DialogLayoutTest, DescriptionsCoverTheDialogAndBothControls) {
   frmSeleccion& dlg = sel_->Dialog();

@@ -1,29 +1,22 @@
 // The Qt message boxes and input box behind MostrarMensaje and PedirMensaje, answered by
 // clicking their buttons as a user would.
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
 
 #include "common/messages.h"
 #include "common/messenger.h"
 #include "common/modal.h"
 #include "qt/qt_messenger.h"
-#include "tests/qt/gui_dialog_support.h"
+#include "tests/qt/gui_support.h"
 
 namespace cp::testing {
 namespace {
 
 class QtMessengerTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    GuiApp();
-    previous_ = SetMessenger(std::make_shared<QtMessenger>());
-  }
+  void SetUp() override { previous_ = SetMessenger(std::make_shared<QtMessenger>()); }
   void TearDown() override { SetMessenger(previous_); }
   std::shared_ptr<Messenger> previous_;
 };
@@ -41,12 +34,8 @@ QAbstractButton* ButtonNamed(QMessageBox& box, const QString& text) {
   return nullptr;
 }
 
-TEST(QtMessengerFlags, IconsAndButtonsFollowTheFlags) {
-  const struct {
-    int flags;
-    QMessageBox::Icon icon;
-    std::vector<int> answers;
-  } cases[] = {
+TEST(QtMessengerFlags, IconsButtonsAndLineBreaksFollowTheCall) {
+  const struct { int flags; QMessageBox::Icon icon; std::vector<int> answers; } cases[] = {
       {0x0, QMessageBox::NoIcon, {msg::kOk}},
       {0x10, QMessageBox::Critical, {msg::kOk}},
       {0x1010, QMessageBox::Critical, {msg::kOk}},  // system-modal changes nothing shown
@@ -65,9 +54,6 @@ TEST(QtMessengerFlags, IconsAndButtonsFollowTheFlags) {
     EXPECT_EQ(answers, c.answers) << std::hex << c.flags;
   }
   EXPECT_EQ(ButtonsForFlags(msg::kYesNo)[0].text, QStringLiteral("Sí"));
-}
-
-TEST(QtMessengerFlags, CarriageReturnLineFeedBecomesALineBreak) {
   EXPECT_EQ(MessageText("Uno\r\nDos\rTres\nCuatro"), QStringLiteral("Uno\nDos\nTres\nCuatro"));
 }
 

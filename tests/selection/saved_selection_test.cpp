@@ -1,6 +1,4 @@
 // Capture, hand-over and restore of a criteria control's inputs.
-#include <gtest/gtest.h>
-
 #include "platform/form/ss_tab.h"
 #include "tests/selection/selection_fixture.h"
 
@@ -102,13 +100,9 @@ TEST_F(SelectionTest, RestoreClearsThenAppliesByName) {
 }
 
 TEST_F(SelectionTest, RestoreReadsOldDatesAndTabs) {
-  Array2D a(0, 2, 0, 2);
-  const char* rows[3][3] = {{"tbsSelec", "1", ""}, {"dtpAlta", "1", "31/12/2024"},
-                            {"TXTPALABRAS", "-1", "x"}};
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) a.at(i, j) = Variant(rows[i][j]);
   SeleccionCli control;
-  control.setSelecAnt(Variant(a));
+  control.setSelecAnt(Saved({{"tbsSelec", "1", ""}, {"dtpAlta", "1", "31/12/2024"},
+                             {"TXTPALABRAS", "-1", "x"}}));
   EXPECT_EQ(control.Pestania(), 1);
   // The stored tab changes; the tab strip itself is not switched.
   EXPECT_EQ(control.Controls().Get<form::SSTab>("tbsSelec").Tab(), 0);
@@ -156,15 +150,9 @@ TEST_F(SelectionTest, NothingToRestore) {
 }
 
 TEST_F(SelectionTest, BadEntryStopsTheRestoreThere) {
-  Array2D a(0, 3, 0, 2);
-  const char* rows[4][3] = {{"tbsSelec", "0", ""},
-                            {"txtPalabras", "-1", "primero"},
-                            {"txtNoExiste", "-1", "x"},
-                            {"txtCategorias", "-1", "nunca"}};
-  for (int i = 0; i < 4; ++i)
-    for (int j = 0; j < 3; ++j) a.at(i, j) = Variant(rows[i][j]);
   SeleccionCli control;
-  control.setSelecAnt(Variant(a));
+  control.setSelecAnt(Saved({{"tbsSelec", "0", ""}, {"txtPalabras", "-1", "primero"},
+                             {"txtNoExiste", "-1", "x"}, {"txtCategorias", "-1", "nunca"}}));
   EXPECT_EQ(control.Palabra(), "primero");
   EXPECT_EQ(control.Controls().Get<TextBox>("txtCategorias").Text(), "");
   ASSERT_EQ(messenger_->shown().size(), 1u);

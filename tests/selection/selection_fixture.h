@@ -2,16 +2,12 @@
 // The selection object's tests: the shared routines in a known state (scripted messenger,
 // log folder, fixed clock), an agency database with a few contacts, and a dialog that "the
 // user" drives through a script inside the modal loop.
-#include <unistd.h>
-
+#include <array>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "tests/support/scratch_db.h"
-#include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
 #include "platform/form/check_box.h"
@@ -19,19 +15,17 @@
 #include "platform/form/command_button.h"
 #include "platform/form/date_picker.h"
 #include "platform/form/text_box.h"
-#include "platform/sqlite/native.h"
-#include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
-#include "tests/common/common_fixture.h"
 #include "tests/support/host_test.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::testing {
 
 inline const char* const kContactRows = R"SQL(
 INSERT INTO Usuario (IdUsuario, Nombre) VALUES (3, 'Ana Pérez'), (8, 'Álvaro Gil');
 INSERT INTO Poblacion (IdPoblacion, Nombre) VALUES (1, 'Ávila'), (2, 'Madrid');
-INSERT INTO Cliente (IdCliente, Alias, Apellidos, FechaAlta, IdUsuario, IdPoblacion, Categorias, Notas)
-VALUES
+INSERT INTO Cliente
+  (IdCliente, Alias, Apellidos, FechaAlta, IdUsuario, IdPoblacion, Categorias, Notas) VALUES
   (1, 'García, Luis', 'García López', '2024-02-29', 3, 1, 'Inversor; ', NULL),
   (2, 'Garcia, Ana', 'garcia ruiz', '2024-03-01', 8, 2, 'Inversor; Vip; ', 'Cliente O''Brien'),
   (3, 'Pérez, Juan', 'Pérez Garcia', '2024-03-01 18:30:00', 3, NULL, 'Vip; ', NULL),
@@ -49,7 +43,6 @@ class SelectionTest : public HostTest {
     path_ = ScratchDb::Create("cp_selection", kContactRows);
   }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
-
 
   // Shows the dialog with script acting as the user; returns what mtdMostrar returns.
   bool Show(std::function<void(frmSeleccion&)> script) {
@@ -72,7 +65,14 @@ class SelectionTest : public HostTest {
     return ids;
   }
   std::vector<long> Clients(const std::string& where) { return Ids("Cliente", "IdCliente", where); }
-
 };
+
+// A saved selection as the host stores it: rows of name, index and value, all as text.
+inline Variant Saved(const std::vector<std::array<std::string, 3>>& rows) {
+  Array2D a(0, static_cast<int>(rows.size()) - 1, 0, 2);
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    for (int j = 0; j < 3; ++j) a.at(static_cast<int>(i), j) = Variant(rows[i][j]);
+  return Variant(std::move(a));
+}
 
 }  // namespace cp::testing

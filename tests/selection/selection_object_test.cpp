@@ -1,9 +1,8 @@
 // The selection object and its dialog as the host sees them: entity list, showing, accepting,
 // cancelling, the close box, routing to the criteria controls, late binding.
-#include <gtest/gtest.h>
-
 #include "platform/automation/registry.h"
 #include "platform/dao/database_object.h"
+#include "platform/form/ss_tab.h"
 #include "tests/selection/selection_fixture.h"
 #include "tests/support/errors.h"
 
@@ -26,9 +25,6 @@ Variant Names(const std::vector<std::string>& names) {
   return Variant(std::move(a));
 }
 
-const std::vector<std::string> kDefaultEntities = {
-    "Inm. Propios", "Inm. Ajenos", "Agencias", "Clientes"};
-
 TEST_F(SelectionTest, EntityList) {
   frmSeleccion& dlg = sel_->Dialog();
   EXPECT_EQ(Items(dlg.cboEntidad()),
@@ -40,8 +36,12 @@ TEST_F(SelectionTest, EntityList) {
   EXPECT_EQ(dlg.cboEntidad().ListCount(), 8);
   sel_->setEntidadesPosibles(Names({"Clientes", "Notarios"}));
   EXPECT_EQ(Items(dlg.cboEntidad()), (std::vector<std::string>{"Clientes", "Notarios"}));
-  EXPECT_EQ(CaughtError([&] { sel_->setEntidadesPosibles(Variant("Clientes")); }).number(),
-            err::kTypeMismatch);
+  // The list is cleared before the value is read.
+  for (const Variant& bad : {Variant("Clientes"), Variant()}) {
+    sel_->setEntidadesPosibles(Variant::Null());
+    EXPECT_EQ(CaughtError([&] { sel_->setEntidadesPosibles(bad); }).number(), err::kTypeMismatch);
+    EXPECT_EQ(dlg.cboEntidad().ListCount(), 0);
+  }
 }
 
 TEST_F(SelectionTest, EmptyEntityTakesTheFirstOfTheList) {
@@ -232,6 +232,42 @@ TEST_F(SelectionTest, FailingAcceptIsReportedAndRaisesNothing) {
   EXPECT_NE(messenger_->shown()[0].text.find("cmdAceptar_Click en frmSeleccion"),
             std::string::npos);
   EXPECT_EQ(sel_->SQLW(), "");
+}
+
+// Where the contact control puts the caret when the dialog opens on it or switches to it.
+TEST_F(SelectionTest, ContactFocusGoesToTheWordsOnlyFromTheGeneralTab) {
+  struct Row {
+    const char* name;
+    int savedTab;    // the tab the selection was saved on
+    int clickedTab;  // the tab the user then clicks, -1 for none
+    const char* focus;  // where the caret is after switching back to the contacts
+  };
+  const Row rows[] = {
+      {"reopened on Fechas", 1, -1, "cboEn"},
+      {"reopened on General", 0, -1, "txtPalabras"},
+      {"General, user moved to Fechas", 0, 1, "dtpAlta"},
+      {"Fechas, user moved to General", 1, 0, "cboEn"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    messenger_->ClearShown();
+    sel_->setEntidad("Clientes");
+    sel_->setSeleccion(Saved({{"tbsSelec", std::to_string(row.savedTab), ""},
+                              {"txtPalabras", "-1", "garcia"}}));
+    Show([&](frmSeleccion& dlg) {
+      form::ControlContainer& cli = Cli(dlg);
+      auto& tabs = cli.Get<form::SSTab>("tbsSelec");
+      if (row.clickedTab >= 0) tabs.setTab(row.clickedTab);
+      if (tabs.Tab() == 0) cli.Item("cboEn").SetFocus();
+      // Switching to a contact entity shows the control again, which puts the caret back.
+      dlg.cboEntidad().setText("Inm. Propios");
+      dlg.cboEntidad().setText("Clientes");
+      const form::Control* active = cli.ActiveControl();
+      EXPECT_EQ(active ? active->Name() : "(none)", row.focus);
+      Press(dlg, "cmdCancelar");
+    });
+    EXPECT_TRUE(messenger_->shown().empty()) << messenger_->shown().front().text;
+  }
 }
 
 }  // namespace
