@@ -86,39 +86,6 @@ TEST_F(FormViewTest, KeyHandlersSeeEveryKeyAndMaySwallowIt) {
   EXPECT_EQ(seen.back(), std::make_pair(form::vbKeyDelete, form::vbCtrlMask));
 }
 
-TEST_F(FormViewTest, CheckBoxClicksCycleLikeTheOriginalAndGreyShowsAsPartial) {
-  auto& chk = form_.AddCheckBox("chkNuevo");
-  chk.setCaption("Nuevo");
-  // Delete greys the box, as the property control's boxes do.
-  chk.KeyDown.Connect([&chk](int& key, int&) {
-    if (key == form::vbKeyDelete) chk.setValue(form::vbGrayed);
-  });
-  chk.Click.Connect(Log("Click"));
-  Show();
-  auto* box = Widget<QCheckBox>("chkNuevo");
-  EXPECT_EQ(box->text(), QStringLiteral("Nuevo"));
-
-  const std::tuple<int, int, Qt::CheckState> cases[] = {
-      {form::vbUnchecked, form::vbChecked, Qt::Checked},
-      {form::vbChecked, form::vbUnchecked, Qt::Unchecked},
-      {form::vbGrayed, form::vbChecked, Qt::Checked}};
-  for (const auto& [before, after, shown] : cases) {
-    chk.setValue(before);
-    log_.clear();
-    QTest::mouseClick(box, Qt::LeftButton);
-    EXPECT_EQ(chk.Value(), after) << "from " << before;
-    EXPECT_EQ(box->checkState(), shown) << "from " << before;
-    EXPECT_EQ(log_.size(), 1u) << "one Click per click, from " << before;
-  }
-
-  box->setFocus();
-  QTest::keyClick(box, Qt::Key_Delete);
-  EXPECT_EQ(chk.Value(), form::vbGrayed);
-  EXPECT_EQ(box->checkState(), Qt::PartiallyChecked);
-  QTest::keyClick(box, Qt::Key_Space);  // the keyboard's click
-  EXPECT_EQ(chk.Value(), form::vbChecked);
-}
-
 TEST_F(FormViewTest, DropDownListFollowsTheModelBothWays) {
   auto& cbo = form_.AddComboBox("cboOp");
   cbo.AddItem("Al principio");

@@ -10,7 +10,6 @@
 #include <memory>
 #include <ostream>
 
-#include "qt/demo/modal_watch.h"
 #include "qt/form_view.h"
 #include "qt/qt_modal_runner.h"
 #include "tests/selection/selection_fixture.h"
@@ -66,18 +65,6 @@ class ModalAnswer {
   QTimer timer_;
   bool answered_ = false;
 };
-
-// The same through the demo host's watcher, for a dialog of class W.
-template <class W>
-std::unique_ptr<ModalWatch> AsUserIn(std::function<void(W&)> act) {
-  return WatchFor<W>([act = std::move(act)](W& window) {
-    act(window);
-    if (window.isVisible()) {
-      ADD_FAILURE() << "the window was left open";
-      window.reject();
-    }
-  });
-}
 
 // Types text key by key, accented letters included (QTest::keyClicks knows only ASCII).
 inline void TypeText(QWidget* widget, const QString& text) {

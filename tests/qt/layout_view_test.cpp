@@ -1,7 +1,5 @@
 // Layouts: the descriptions name real controls and place each one once; the generic rule
-// places any other container; on screen, labels line up, the "y" sits between its bounds,
-// pickers sit right of their box, the window fits a 1366x768 screen and Tab follows the
-// creation order.
+// places any other container; on screen, the rows line up.
 #include <QTabBar>
 #include <QTabWidget>
 #include <set>
@@ -93,7 +91,9 @@ TEST(LayoutFallback, LabelStartsARowAndContainersStandAlone) {
   EXPECT_EQ(rows[4].area, (layout::Area{&frame, -1}));
 }
 
-TEST_F(DialogLayoutTest, PropertyControlOnScreen) {
+// Labels and boxes in columns, pickers right of their box, the "y" between its bounds, Tab in
+// creation order, and a window that fits a 1366x768 screen.
+TEST_F(DialogLayoutTest, BothControlsOnScreen) {
   frmSeleccion& dlg = sel_->Dialog();
   dlg.cboEntidad().setText("Inm. Propios");
   SelectionWindow window(dlg);
@@ -101,50 +101,36 @@ TEST_F(DialogLayoutTest, PropertyControlOnScreen) {
   EXPECT_LE(window.width(), 1366);
   EXPECT_LE(window.height(), 768 - 60);  // room for a task bar and the title
   FormView* inm = window.View().NestedView("SeleccionInm1");
-  ASSERT_NE(inm, nullptr);
+  FormView* cli = window.View().NestedView("SeleccionCli1");
+  ASSERT_TRUE(inm && cli);
+  FormView* view = inm;
   const auto at = [&](const char* name, int index = -1) {
-    QWidget* w = inm->WidgetOf(name, index);
+    QWidget* w = view->WidgetOf(name, index);
     return QRect(w->mapTo(&window, QPoint(0, 0)), w->size());
   };
-  // Labels and boxes in columns; the picker right of its box on the same row.
   EXPECT_EQ(at("lblPais").left(), at("lblProvincia").left());
   EXPECT_EQ(at("txtPais").left(), at("txtProvincia").left());
   EXPECT_EQ(at("txtPais").left(), at("txtPrecio", 0).left());
   EXPECT_GT(at("cmdPais").left(), at("txtPais").right());
   EXPECT_NEAR(at("cmdPais").center().y(), at("txtPais").center().y(), 3);
-  // "y" between the two bounds, on their row.
   EXPECT_GT(at("lbly1").left(), at("txtPrecio", 0).right());
   EXPECT_LT(at("lbly1").right(), at("txtPrecio", 1).left());
   EXPECT_NEAR(at("lbly1").center().y(), at("txtPrecio", 1).center().y(), 3);
-  auto* tabs = static_cast<QTabWidget*>(inm->WidgetOf("tbsSelec"));
-  EXPECT_EQ(tabs->tabText(2), QString::fromUtf8(" Características "));
-
-  // Tab walks the creation order: box, its picker, the next box.
-  window.activateWindow();
+  EXPECT_EQ(static_cast<QTabWidget*>(inm->WidgetOf("tbsSelec"))->tabText(2),
+            QString::fromUtf8(" Características "));
   inm->WidgetOf("txtInmueble")->setFocus(Qt::TabFocusReason);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   EXPECT_EQ(QApplication::focusWidget(), inm->WidgetOf("cmdInmueble"));
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   EXPECT_EQ(QApplication::focusWidget(), inm->WidgetOf("txtOperacion"));
-  window.close();
-}
 
-TEST_F(DialogLayoutTest, ContactDatesRowsLineUp) {
-  frmSeleccion& dlg = sel_->Dialog();
   dlg.cboEntidad().setText("Clientes");
-  SelectionWindow window(dlg);
-  ShowActive(window);
-  FormView* cli = window.View().NestedView("SeleccionCli1");
-  ASSERT_NE(cli, nullptr);
+  view = cli;
   QTabBar* bar = static_cast<QTabWidget*>(cli->WidgetOf("tbsSelec"))->tabBar();
   QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(1).center());  // "Fechas"
   EXPECT_EQ(dlg.SeleccionCli1().Controls().ActiveControl(),
             &dlg.SeleccionCli1().Controls().Item("dtpAlta", 0))
       << "the tab's first input has the focus";
-  const auto at = [&](const char* name, int index = -1) {
-    QWidget* w = cli->WidgetOf(name, index);
-    return QRect(w->mapTo(&window, QPoint(0, 0)), w->size());
-  };
   ASSERT_TRUE(cli->WidgetOf("dtpAlta", 0)->isVisible());
   EXPECT_EQ(at("dtpAlta", 0).left(), at("dtpTransmision", 0).left());
   EXPECT_EQ(at("dtpAlta", 1).left(), at("dtpActualiza", 1).left());

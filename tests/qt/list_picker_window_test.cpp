@@ -47,10 +47,10 @@ class QtListPickerTest : public CommonTest {
 
   // The contact control's category picker on text, with act as the user in its window.
   static std::string Categories(const std::string& text, const Act& act, const char* sql = "") {
-    auto user = AsUserIn<ListPickerWindow>(act);
+    ModalAnswer user([&](QWidget& w) { act(dynamic_cast<ListPickerWindow&>(w)); });
     const std::string result = VerListadoMult(text, "TipoCategoria", "Nombre", false, false,
                                               false, 3000, "Categorías", sql);
-    EXPECT_TRUE(user->Acted());
+    EXPECT_TRUE(user.Answered());
     return result;
   }
   // The rows shown (or all of them), or those ticked.

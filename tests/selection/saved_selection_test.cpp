@@ -66,13 +66,11 @@ TEST_F(SelectionTest, CaptureFollowsCreationOrderWithIndexes) {
   c.Get<ComboBox>("cboOpPalabras").setListIndex(0);
   c.Get<CheckBox>("chkCategorias").setValue(0);
   EXPECT_EQ(Rows(control.SelecAnt()),
-            (std::vector<ElementoSeleccion>{{"tbsSelec", 1, ""},
-                                            {"dtpAlta", 0, "1925-01-02"},
-                                            {"dtpTransmision", 1, "2024-02-29"},
-                                            {"chkCategorias", -1, "0"},
-                                            {"txtPalabras", -1, "O'Brien | 50%"},
-                                            {"cboOpPalabras", -1, "0"},
-                                            {"cboEn", -1, "0"}}));
+            (std::vector<ElementoSeleccion>{
+                {"tbsSelec", 1, ""}, {"dtpAlta", 0, "1925-01-02"},
+                {"dtpTransmision", 1, "2024-02-29"}, {"chkCategorias", -1, "0"},
+                {"txtPalabras", -1, "O'Brien | 50%"}, {"cboOpPalabras", -1, "0"},
+                {"cboEn", -1, "0"}}));
 }
 
 TEST_F(SelectionTest, RestoreClearsThenAppliesByName) {
@@ -132,11 +130,7 @@ TEST_F(SelectionTest, NothingToRestore) {
   EXPECT_EQ(control.Palabra(), "queda");
 
   // Only the tab entry: the count becomes 0 and nothing is restored.
-  Array2D only(0, 0, 0, 2);
-  only.at(0, 0) = Variant("tbsSelec");
-  only.at(0, 1) = Variant(std::int16_t{1});
-  only.at(0, 2) = Variant("");
-  control.setSelecAnt(Variant(only));
+  control.setSelecAnt(Saved({{"tbsSelec", "1", ""}}));
   EXPECT_EQ(control.NumSelecAnt(), 0);
   EXPECT_EQ(control.Palabra(), "queda");
   EXPECT_EQ(control.Pestania(), 0);
