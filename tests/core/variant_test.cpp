@@ -1,8 +1,5 @@
 #include "platform/core/variant.h"
 
-#include <gtest/gtest.h>
-
-#include "platform/core/error.h"
 #include "tests/support/errors.h"
 
 namespace cp {
@@ -11,13 +8,11 @@ namespace {
 using cp::testing::CaughtError;
 
 TEST(Variant, TypeNamesAndExactAccess) {
-  EXPECT_EQ(Variant().TypeName(), "Empty");
-  EXPECT_EQ(Variant::Null().TypeName(), "Null");
-  EXPECT_EQ(Variant(std::int16_t{1}).TypeName(), "Integer");
-  EXPECT_EQ(Variant(1).TypeName(), "Long");
-  EXPECT_EQ(Variant("x").TypeName(), "String");
-  EXPECT_EQ(Variant(Array2D(0, 1, 0, 2)).TypeName(), "Variant()");
-  EXPECT_EQ(Variant(std::shared_ptr<Dispatch>()).TypeName(), "Nothing");
+  const std::pair<Variant, const char*> cases[] = {
+      {Variant(), "Empty"}, {Variant::Null(), "Null"}, {Variant(std::int16_t{1}), "Integer"},
+      {Variant(1), "Long"}, {Variant("x"), "String"}, {Variant(Array2D(0, 1, 0, 2)), "Variant()"},
+      {Variant(std::shared_ptr<Dispatch>()), "Nothing"}};
+  for (const auto& [value, name] : cases) EXPECT_EQ(value.TypeName(), name);
   EXPECT_THROW(Variant("1").AsLong(), Error);
   EXPECT_NE(Variant(1), Variant(std::int16_t{1}));  // same value, different type
   EXPECT_NE(Variant(), Variant::Null());
@@ -41,13 +36,11 @@ TEST(Array2D, BoundsAndSubscripts) {
   a.at(0, 1) = Variant(5);
   EXPECT_EQ(v.AsArray().at(0, 1), Variant(-1));
   EXPECT_EQ(Variant(v), v);
-}
-
-TEST(Array2D, EmptyDimension) {
-  Array2D none(0, -1, 0, 2);
+  Array2D none(0, -1, 0, 2);  // an empty dimension
   EXPECT_EQ(none.Count(1), 0);
   EXPECT_THROW(none.at(0, 0), Error);
 }
+
 
 }  // namespace
 }  // namespace cp

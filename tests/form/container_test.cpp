@@ -99,8 +99,8 @@ TEST_F(FocusFixture, MovesInTheRuntimeOrder) {
   EXPECT_TRUE(a.SetFocus());
   EXPECT_TRUE(b.SetFocus());
   EXPECT_TRUE(b.SetFocus());  // already there: nothing fires
-  EXPECT_EQ(log, (std::vector<std::string>{"txtA.GotFocus", "txtA.Validate",
-                                                   "txtA.LostFocus", "txtB.GotFocus"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"txtA.GotFocus", "txtA.Validate", "txtA.LostFocus",
+                                           "txtB.GotFocus"}));
   EXPECT_TRUE(b.HasFocus());
   EXPECT_FALSE(a.HasFocus());
 }
@@ -114,8 +114,7 @@ TEST_F(FocusFixture, LostFocusHandlerMayMoveTheFocusOnwards) {
   b.SetFocus();
   EXPECT_EQ(f.ActiveControl(), &c);
   // b got the focus but lost it before its GotFocus could run.
-  EXPECT_EQ(log, (std::vector<std::string>{"txtB.Validate", "txtB.LostFocus",
-                                                   "txtC.GotFocus"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"txtB.Validate", "txtB.LostFocus", "txtC.GotFocus"}));
 }
 
 TEST_F(FocusFixture, ControlsThatCannotTakeTheFocus) {

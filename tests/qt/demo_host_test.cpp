@@ -25,7 +25,7 @@ INSERT INTO Agencia (IdAgencia, Alias) VALUES (1, 'Sol'), (2, 'Luna');
 INSERT INTO Demanda (IdDemanda, IdCliente, PrecioMinimo, PrecioMaximo, Huecos) VALUES
   (1, 1, 100000, 200000, 3), (2, 2, 50000, 90000, 2);
 INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos) VALUES
-  (1, 3, 5, 150000, 3), (2, 4, NULL, 80000, 2), (3, 5, NULL, 300000, 4);
+  (1, 3, NULL, 150000, 3), (2, 4, 5, 80000, 2), (3, 5, NULL, 300000, 4);
 )SQL";
 
 class DemoHostTest : public CommonTest {
@@ -104,6 +104,8 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
   EXPECT_TRUE(host_->conditionLabel().text().contains("todos los registros"));
 }
 
+// The cross button follows the chosen entity and crosses the current row; the rows read as
+// names under Spanish headers; the long condition takes a few lines until the user opens it.
 TEST_F(DemoHostTest, CrossesTheCurrentRowWithTheOtherSideOfTheMarketButNotContacts) {
   EXPECT_FALSE(host_->crossButton().isEnabled());  // nothing listed yet
   ASSERT_TRUE(Select("Clientes"));
@@ -117,44 +119,38 @@ TEST_F(DemoHostTest, CrossesTheCurrentRowWithTheOtherSideOfTheMarketButNotContac
     // A fresh host: after a cross the dialog opens on the crossed criteria.
     host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
     ASSERT_TRUE(Select(listed));
-    EXPECT_EQ(host_->crossButton().text(), QString::fromStdString("&Cruzar con " + target));
+    QPushButton& cross = host_->crossButton();
+    host_->entityList().setCurrentText(QStringLiteral("Agencias"));
+    EXPECT_EQ(cross.text(), QStringLiteral("&Cruzar"));
+    EXPECT_FALSE(cross.isEnabled());
+    host_->entityList().setCurrentText(QString::fromStdString(target));
+    EXPECT_FALSE(cross.isEnabled()) << "the rows listed are not of the chosen entity";
+    host_->entityList().setCurrentText(QString::fromStdString(listed));
+    EXPECT_EQ(cross.text(), QString::fromStdString("&Cruzar con " + target));
     // The second row, so that a host that always took the first would be caught.
     ASSERT_GE(host_->ListedRows(), 2) << host_->selection().SQLW();
     host_->rows().setCurrentCell(1, 0);
     std::int32_t id = static_cast<std::int32_t>(Listed(key.c_str()).at(1));
-    QTest::mouseClick(&host_->crossButton(), Qt::LeftButton);
-    EXPECT_EQ(host_->ListedEntity(), target);
+    QTest::mouseClick(&cross, Qt::LeftButton);
+    ASSERT_EQ(host_->ListedEntity(), target);
     CSeleccion reference;
     std::string to = target, from = listed;
     reference.Cruzar(id, to, from);
     EXPECT_EQ(host_->selection().SQLW(), reference.SQLW());
+    EXPECT_FALSE(host_->statusBar()->currentMessage().isEmpty());
   }
-}
-
-// The cross button follows the chosen entity, the status line the latest selection; the
-// condition takes a few lines, and the rows read as names under Spanish headers.
-TEST_F(DemoHostTest, FollowsWhatTheUserDid) {
+  // Demand 2 crosses with property 2.
+  host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
   ASSERT_TRUE(Select("Demandas"));
-  QPushButton& cross = host_->crossButton();
-  host_->entityList().setCurrentText(QStringLiteral("Agencias"));
-  EXPECT_EQ(cross.text(), QStringLiteral("&Cruzar"));
-  EXPECT_FALSE(cross.isEnabled());
-  host_->entityList().setCurrentText(QStringLiteral("Inm. Propios"));
-  EXPECT_FALSE(cross.isEnabled()) << "the demands listed are not properties";
-  host_->entityList().setCurrentText(QStringLiteral("Demandas"));
-  ASSERT_TRUE(cross.isEnabled());
-
-  QTest::mouseClick(&cross, Qt::LeftButton);
-  ASSERT_EQ(host_->ListedEntity(), "Inm. Propios");
+  host_->rows().setCurrentCell(1, 0);
+  QTest::mouseClick(&host_->crossButton(), Qt::LeftButton);
   EXPECT_EQ(Cell(0, "IdProvincia"), QStringLiteral("Provincia=Málaga"));
-  EXPECT_EQ(Cell(0, "IdCliente"), QStringLiteral("Cliente=Pérez, Juan"));
-  EXPECT_EQ(Cell(0, "IdIPropio"), QStringLiteral("Nº=1"));
+  EXPECT_EQ(Cell(0, "IdCliente"), QStringLiteral("Cliente=O'Brien"));
+  EXPECT_EQ(Cell(0, "IdIPropio"), QStringLiteral("Nº=2"));
   const int line = host_->conditionLabel().fontMetrics().lineSpacing();
   EXPECT_LE(host_->conditionArea().maximumHeight(), 4 * line);
   QTest::mouseClick(&host_->conditionButton(), Qt::LeftButton);
   EXPECT_GE(host_->conditionArea().maximumHeight(), host_->conditionLabel().sizeHint().height());
-
-  EXPECT_FALSE(host_->statusBar()->currentMessage().isEmpty());
   ASSERT_TRUE(Select("Clientes"));
   EXPECT_TRUE(host_->statusBar()->currentMessage().isEmpty()) << "the cross is no longer shown";
 }

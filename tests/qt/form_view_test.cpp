@@ -217,18 +217,6 @@ class FocusViewTest : public FormViewTest {
   bool refuseEmpty_ = false;
 };
 
-TEST_F(FocusViewTest, ModelAndRealFocusMoveTogether) {
-  Show();
-  form_.Item("txtB").SetFocus();
-  EXPECT_EQ(QApplication::focusWidget(), view_->WidgetOf("txtB"));
-
-  log_.clear();
-  QTest::keyClick(view_->WidgetOf("txtB"), Qt::Key_Tab);  // the user leaves the box
-  EXPECT_EQ(QApplication::focusWidget(), view_->WidgetOf("cmdAceptar"));
-  EXPECT_EQ(form_.ActiveControl(), &form_.Item("cmdAceptar"));
-  EXPECT_EQ(log_, (std::vector<std::string>{"Validate txtB", "LostFocus txtB"}));
-}
-
 TEST_F(FocusViewTest, CancelledValidateKeepsTheFocusAndTheButtonUnpressed) {
   refuseEmpty_ = true;
   Show();
