@@ -1,9 +1,6 @@
 // Leaving a location box of the property control, from the user's default location.
 #include <gtest/gtest.h>
 
-#include <optional>
-
-#include "common/scripted_list_picker.h"
 #include "tests/properties/property_fixture.h"
 
 namespace cp::testing {
@@ -19,7 +16,7 @@ class LocationBoxTest : public PropertyTest {
     sel_->setEntidad(entity);
     sel_->setSeleccion(Variant());
   }
-  std::vector<std::string> Boxes(form::ControlContainer& c) {
+  static std::vector<std::string> Boxes(ControlContainer& c) {
     std::vector<std::string> texts;
     for (const char* box : kLocation) texts.push_back(c.Get<form::TextBox>(box).Text());
     return texts;
@@ -30,10 +27,9 @@ TEST_F(LocationBoxTest, TabbingThroughTheDefaultLocationChangesNothing) {
   for (const char* entity : {"Demandas", "Inm. Propios"}) {
     SCOPED_TRACE(entity);
     OpenAt(entity);
-    const std::string untouched = Accept(entity, [](frmSeleccion&) {});
+    const std::string untouched = Accept(entity, [](ControlContainer&) {});
     OpenAt(entity);
-    const std::string tabbed = Accept(entity, [&](frmSeleccion& dlg) {
-      form::ControlContainer& c = dlg.SeleccionInm1().Controls();
+    const std::string tabbed = Accept(entity, [&](ControlContainer& c) {
       for (const char* box : kLocation) {
         c.Item(box).SetFocus();
         Leave(c);
@@ -65,8 +61,7 @@ TEST_F(LocationBoxTest, ABoxKeepsItsTextAndOnlyAnotherNameClearsBelow) {
     ScriptedListPickerRegistration picker(
         row.picked ? ListPickerAnswer::Accept(*row.picked) : ListPickerAnswer::Cancel());
     OpenAt("Demandas");
-    const std::string sql = Accept("Demandas", [&](frmSeleccion& dlg) {
-      form::ControlContainer& c = dlg.SeleccionInm1().Controls();
+    const std::string sql = Accept("Demandas", [&](ControlContainer& c) {
       Type(c, row.box, row.typed);
       Leave(c);
       EXPECT_EQ(Boxes(c), row.after);
