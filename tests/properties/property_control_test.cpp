@@ -205,6 +205,25 @@ TEST_F(PropertyTest, EmptySavedSelectionShowsTheUserLocation) {
     // A restore clears first; with no location there is nothing to restore.
     EXPECT_EQ(Txt("txtHuecos").Text(), t.location[0].empty() ? "2" : "");
   }
+  // Tabbing through the default location changes nothing.
+  for (const char* entity : {"Demandas", "Inm. Propios"}) {
+    std::string sql[2];
+    for (int tab : {0, 1}) {
+      sel_->setgVUser(3);
+      sel_->setEntidad(entity);
+      sel_->setSeleccion(Variant());
+      sql[tab] = Accept(entity, [&](ControlContainer& c) {
+        Texts texts;
+        for (const char* box : {"txtPais", "txtProvincia", "txtPoblacion", "txtZona"}) {
+          if (tab) c.Item(box).SetFocus(), Leave(c);
+          texts.push_back(c.Get<form::TextBox>(box).Text());
+        }
+        EXPECT_EQ(texts, (Texts{"España", "Ávila", "Ávila", ""}));
+      });
+    }
+    EXPECT_EQ(sql[1], sql[0]) << entity;
+    EXPECT_NE(sql[0], "") << entity;
+  }
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
