@@ -1,19 +1,13 @@
 #pragma once
 // The property control's tests: an agency database whose properties and demands have known
 // values for every criterion, and a CSeleccion whose dialog a script drives as the user.
-#include <filesystem>
 #include <functional>
-#include <memory>
-#include <set>
 #include <string>
 #include <type_traits>
-#include <vector>
 
 #include "common/scripted_list_picker.h"
-#include "common/shared_state.h"
 #include "criteria/cfield_linker.h"
 #include "platform/core/conversions.h"
-#include "platform/dao/connect.h"
 #include "platform/form/check_box.h"
 #include "platform/form/combo_box.h"
 #include "platform/form/command_button.h"
@@ -21,10 +15,8 @@
 #include "platform/form/keys.h"
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
-#include "platform/sqlite/native.h"
 #include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
-#include "tests/common/common_fixture.h"
 #include "tests/support/host_test.h"
 #include "tests/support/scratch_db.h"
 
