@@ -57,7 +57,7 @@ TEST_F(CrossGeneratedTest, BothDirectionsAndEverySingleBreak) {
     std::string wanted;  // the demand's categories
     int count = 0;
     for (const char* c : {"Reformado", "Vistas"})
-      if (g.Below(2)) wanted += std::string(c) + "; ", ++count;
+      if (g.Below(2)) { wanted += std::string(c) + "; "; ++count; }
     Row demand = {{"Pais", List("España")}, {"Provincia", List("Madrid")},
                   {"Poblacion", List("Madrid")}, {"Zona", List(kZones[zone])},
                   {"TipoInmueble", List(kTypes[type])}, {"IdOperacion", N(operacion)},

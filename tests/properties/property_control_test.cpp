@@ -215,7 +215,7 @@ TEST_F(PropertyTest, EmptySavedSelectionShowsTheUserLocation) {
       sql[tab] = Accept(entity, [&](ControlContainer& c) {
         Texts texts;
         for (const char* box : {"txtPais", "txtProvincia", "txtPoblacion", "txtZona"}) {
-          if (tab) c.Item(box).SetFocus(), Leave(c);
+          if (tab) { c.Item(box).SetFocus(); Leave(c); }
           texts.push_back(c.Get<form::TextBox>(box).Text());
         }
         EXPECT_EQ(texts, (Texts{"España", "Ávila", "Ávila", ""}));
