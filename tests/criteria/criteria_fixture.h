@@ -1,18 +1,13 @@
 #pragma once
-// The builders' tests: the shared routines' test state (scripted messenger, log folder),
-// "today" fixed at 15 November 2026, a form to place criteria controls on, and one fixture
-// database with the agency schema and rows on both sides of every bound the tests use.
-#include <unistd.h>
-
-#include <algorithm>
+// The builders' tests: "today" fixed at 15 November 2026, a form to place criteria controls on,
+// and one database with rows on both sides of every bound the tests use.
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
-#include "tests/support/scratch_db.h"
 #include "common/shared_state.h"
 #include "platform/core/conversions.h"
 #include "platform/dao/connect.h"
@@ -22,11 +17,11 @@
 #include "platform/form/text_box.h"
 #include "platform/sqlite/native.h"
 #include "tests/common/common_fixture.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::testing {
 
-// Rows of the fixture database. Property ids 1-9 and demand ids 1-10 are referred to by the
-// tests' expectations.
+// Property ids 1-9 and demand ids 1-10 are referred to by the tests' expectations.
 inline const char* const kFixtureRows = R"SQL(
 INSERT INTO Zona (IdZona, Nombre) VALUES (4, 'Madrid'), (9, 'Sevilla'), (5, 'Ávila'),
   (6, 'O''Donnell'), (7, 'Norte|Sur');
@@ -58,13 +53,18 @@ CREATE TABLE Codigo (IdCodigo VARCHAR(10), Nombre VARCHAR(50));
 INSERT INTO Codigo VALUES ('A7', 'Alfa'), ('B2', 'Beta');
 )SQL";
 
+using Ids = std::vector<long>;
+
+inline std::string DescribeMessages(const ScriptedMessenger& m) {
+  std::string all;
+  for (const auto& s : m.shown()) all += "[" + s.title + "] " + s.text + "\n";
+  return all;
+}
+
 class CriteriaTest : public CommonTest {
  protected:
-  static void SetUpTestSuite() {
-    path_ = ScratchDb::Create("cp_criteria", kFixtureRows);
-  }
+  static void SetUpTestSuite() { path_ = ScratchDb::Create("cp_criteria", kFixtureRows); }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
-
   void SetUp() override {
     CommonTest::SetUp();
     SetFixedNow(MakeDate(2026, 11, 15, 10, 30, 0));
@@ -75,28 +75,34 @@ class CriteriaTest : public CommonTest {
     CommonTest::TearDown();
   }
 
-  // The keys of the rows of table where the condition holds, in key order, as the host
-  // query runs it.
-  std::vector<long> KeysWhere(const std::string& table, const std::string& key,
-                        const std::string& where) {
-    dao::Recordset rs = BD()->OpenRecordset("SELECT " + key + " FROM " + table + " WHERE " +
-                                            where + " ORDER BY " + key);
-    std::vector<long> ids;
-    for (; !rs.Eof(); rs.MoveNext()) ids.push_back(CLng(rs.Fields(0).Value()));
+  // The first column of every row of a statement, as numbers or as text.
+  Ids Keys(const std::string& sql) {
+    Ids ids;
+    for (dao::Recordset rs = BD()->OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
+      ids.push_back(CLng(rs.Fields(0).Value()));
     return ids;
   }
-  std::vector<long> Properties(const std::string& where) {
-    return KeysWhere("IPropio", "IdIPropio", where);
+  std::set<std::string> Names(const std::string& sql) {
+    std::set<std::string> names;
+    for (dao::Recordset rs = BD()->OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
+      names.insert(CStr(rs.Fields(0).Value()));
+    return names;
   }
-  std::vector<long> Demands(const std::string& where) { return KeysWhere("Demanda", "IdDemanda", where); }
+  // The rows a condition selects, on Demanda when it names that table, else on IPropio.
+  Ids Rows(const std::string& where) {
+    const bool demand = where.find("Demanda.") != std::string::npos;
+    const std::string key = demand ? "IdDemanda" : "IdIPropio";
+    return Keys("SELECT " + key + " FROM " + (demand ? "Demanda" : "IPropio") + " WHERE " + where +
+                " ORDER BY " + key);
+  }
 
   // A builder's case: the condition before the call, the exact text after it and, where the
-  // text stands alone, the rows it selects (on Demanda when the text names it, else IPropio).
+  // text stands alone, the rows it selects.
   struct BuilderCase {
     std::string name;
     std::function<void(std::string&)> build;
     std::string before, text;
-    std::optional<std::vector<long>> rows = {};
+    std::optional<Ids> rows = {};
   };
   void CheckCases(const std::vector<BuilderCase>& cases) {
     for (const auto& c : cases) {
@@ -104,9 +110,9 @@ class CriteriaTest : public CommonTest {
       std::string where = c.before;
       c.build(where);
       EXPECT_EQ(where, c.text);
-      if (c.rows)
-        EXPECT_EQ(where.find("Demanda.") != std::string::npos ? Demands(where) : Properties(where), *c.rows) << where;
+      if (c.rows) { EXPECT_EQ(Rows(where), *c.rows) << where; }
     }
+    EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
   }
 
   form::TextBox& Text(const std::string& text, int index = -1) {
@@ -130,11 +136,5 @@ class CriteriaTest : public CommonTest {
   int counter_ = 0;
   static inline std::string path_;
 };
-
-inline std::string DescribeMessages(const ScriptedMessenger& m) {
-  std::string all;
-  for (const auto& s : m.shown()) all += "[" + s.title + "] " + s.text + "\n";
-  return all;
-}
 
 }  // namespace cp::testing

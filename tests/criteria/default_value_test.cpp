@@ -12,44 +12,33 @@ namespace {
 
 using DefaultValueTest = CriteriaTest;
 
-TEST_F(DefaultValueTest, EachKindGivesItsPropertyWithItsType) {
+TEST_F(DefaultValueTest, EachKindGivesItsPropertyWithItsTypeOrRaises438) {
   auto& combo = form_.AddComboBox("cboEn");
   combo.AddItem("Nombre");
   combo.AddItem("Notas");
   combo.setListIndex(1);
   auto& label = form_.AddLabel("lblPrecio");
   label.setCaption("150.000");
-  auto& emptyCombo = form_.AddComboBox("cboVacio");
-  struct Row {
-    std::string name;
-    const form::Control* control;
-    Variant expected;
+  const std::pair<const form::Control*, Variant> rows[] = {
+      {&Text("2,5"), Variant("2,5")},
+      {&Text(""), Variant("")},
+      {&Check(form::vbGrayed), Variant(std::int16_t{2})},
+      {&Check(form::vbUnchecked), Variant(std::int16_t{0})},
+      {&Picker(0, MakeDate(2005, 3, 7)), Variant(MakeDate(2005, 3, 7))},
+      {&Picker(1, Variant::Null()), Variant::Null()},
+      {&combo, Variant("Notas")},
+      {&form_.AddComboBox("cboVacio"), Variant("")},
+      {&label, Variant("150.000")},
   };
-  const Row rows[] = {
-      {"text", &Text("2,5"), Variant("2,5")},
-      {"empty text", &Text(""), Variant("")},
-      {"check", &Check(form::vbGrayed), Variant(std::int16_t{2})},
-      {"unchecked check", &Check(form::vbUnchecked), Variant(std::int16_t{0})},
-      {"picker", &Picker(0, MakeDate(2005, 3, 7)), Variant(MakeDate(2005, 3, 7))},
-      {"unchecked picker", &Picker(1, Variant::Null()), Variant::Null()},
-      {"combo", &combo, Variant("Notas")},
-      {"combo without selection", &emptyCombo, Variant("")},
-      {"label", &label, Variant("150.000")},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    const Variant value = form::DefaultValue(*row.control);
-    EXPECT_EQ(value.type(), row.expected.type());
-    EXPECT_EQ(value, row.expected);
+  for (const auto& [control, expected] : rows) {
+    SCOPED_TRACE(control->Name());
+    const Variant value = form::DefaultValue(*control);
+    EXPECT_EQ(value.type(), expected.type());
+    EXPECT_EQ(value, expected);
   }
-}
-
-TEST_F(DefaultValueTest, ControlsWithoutDefaultPropertyRaise438) {
-  const form::Control* without[] = {&form_.AddCommandButton("cmdOk"), &form_.AddFrame("fraX")};
-  for (const auto* control : without) {
-    SCOPED_TRACE(control->TypeName());
-    EXPECT_EQ(CaughtError([&] { form::DefaultValue(*control); }).number(), 438);
-  }
+  for (const form::Control* c : {static_cast<form::Control*>(&form_.AddCommandButton("cmdOk")),
+                                 static_cast<form::Control*>(&form_.AddFrame("fraX"))})
+    EXPECT_EQ(CaughtError([&] { form::DefaultValue(*c); }).number(), 438) << c->TypeName();
 }
 
 }  // namespace

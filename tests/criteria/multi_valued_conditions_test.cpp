@@ -1,6 +1,5 @@
-// The multi-valued builders: one table of cases, each with its text to the character and,
-// where the text stands alone, the rows it selects on the SQLite engine for every position
-// an item can take in a "A; B; " field.
+// The multi-valued builders: each case's text to the character and, where the text stands
+// alone, the rows it selects for every position an item can take in a "A; B; " field.
 #include "criteria/mseleccion.h"
 #include "platform/form/command_button.h"
 #include "tests/criteria/criteria_fixture.h"
@@ -9,7 +8,6 @@ namespace cp::testing {
 namespace {
 
 using MultiValuedConditionsTest = CriteriaTest;
-using Ids = std::vector<long>;
 
 // The four patterns of one item in column C.
 std::string Patterns(const std::string& c, const std::string& x) {
@@ -33,18 +31,28 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
     };
   };
   auto any = [&](std::string text, bool empties, std::string field = "TipoInmueble") {
-    return [=, this](std::string& w) { SQL_TablaMultiString(Text(text), "Demanda", field, w, empties); };
+    return [=, this](std::string& w) {
+      SQL_TablaMultiString(Text(text), "Demanda", field, w, empties);
+    };
   };
   auto every = [&](std::string text, bool empties) {
-    return [=, this](std::string& w) { SQL_TablaMultiStringAnd(Text(text), "Demanda", "TipoInmueble", w, empties); };
+    return [=, this](std::string& w) {
+      SQL_TablaMultiStringAnd(Text(text), "Demanda", "TipoInmueble", w, empties);
+    };
   };
   const std::string h = "IPropio.Huecos", z = "IPropio.IdZona", t = "Demanda.TipoInmueble";
   const std::string piso = Patterns(t, "Piso"), local = Patterns(t, "Local");
   const std::string pisoLocal = "(" + piso + " OR " + local + ")";
-  const std::string zonaNull = "( (" + z + " Is Null) ";
+  const std::string zn = "( (" + z + " Is Null) ", dz = "Demanda.Zona";
+  auto zones = [&](std::initializer_list<const char*> ids) {
+    std::string s = zn;
+    for (const char* id : ids) s += " OR (" + z + " = " + id + ") ";
+    return s + ")";
+  };
 
   CheckCases({
-      {"openings between 1 and 3", numA("1", "3", false), "", " (" + h + " BETWEEN 1 AND 3) ", Ids{1, 2, 6, 8}},
+      {"openings between 1 and 3", numA("1", "3", false), "", " (" + h + " BETWEEN 1 AND 3) ",
+       Ids{1, 2, 6, 8}},
       {"openings up to 4 or unknown, joined", numA("", "4", true), "C",
        "C AND  ((" + h + " <= 4 OR IsNull(" + h + ")) ) "},
       {"openings up to 4", numA("", "4", false), "", " (" + h + " <= 4) ", Ids{1, 2, 3, 6, 7, 8}},
@@ -57,21 +65,22 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
       {"openings, nothing typed", numA("", "", true), "C", "C"},
       {"openings, letters", numA("a", "b", true), "", ""},
       {"zones by name, an empty zone passes", ids("Madrid; Sevilla", "Madrid; Sevilla;"), "",
-       zonaNull + " OR (" + z + " = 4)  OR (" + z + " = 9) )", Ids{1, 2, 3, 7, 8, 9}},
-      {"zone with its semicolon, joined", ids("Madrid;", "Madrid;"), "C",
-       "C AND " + zonaNull + " OR (" + z + " = 4) )"},
-      {"spaced capitals", ids("  ÁVILA  ", "  ÁVILA  ;"), "", zonaNull + " OR (" + z + " = 5) )"},
+       zones({"4", "9"}), Ids{1, 2, 3, 7, 8, 9}},
+      {"zone with its semicolon, joined", ids("Madrid;", "Madrid;"), "C", "C AND " + zones({"4"})},
+      {"spaced capitals", ids("  ÁVILA  ", "  ÁVILA  ;"), "", zones({"5"})},
       {"quote, and an unknown zone", ids("O'Donnell;Nowhere", "O'Donnell;Nowhere;"), "",
-       zonaNull + " OR (" + z + " = 6)  OR (" + z + " = -1) )"},
-      {"bar", ids("Norte|Sur", "Norte|Sur;"), "", zonaNull + " OR (" + z + " = 7) )"},
-      {"empty item", ids("Madrid;;", "Madrid;;"), "", zonaNull + " OR (" + z + " = 4)  OR (" + z + " = -1) )"},
+       zones({"6", "-1"})},
+      {"bar", ids("Norte|Sur", "Norte|Sur;"), "", zones({"7"})},
+      {"empty item", ids("Madrid;;", "Madrid;;"), "", zones({"4", "-1"})},
       {"no zones", ids("", ""), "C", "C"},
-      {"zones in any case", ids("madrid; ávila", "madrid; ávila;"), "",
-       zonaNull + " OR (" + z + " = 4)  OR (" + z + " = 5) )", Ids{1, 3, 4, 7, 9}},
-      {"unknown zone: only rows without zone", ids("Marte", "Marte;"), "",
-       zonaNull + " OR (" + z + " = -1) )", Ids{3, 9}},
-      {"text ids are quoted, found or not", ids("Beta; Gamma", "Beta; Gamma;", "Codigo", "IdCodigo"), "",
-       "( (IPropio.IdCodigo Is Null)  OR (IPropio.IdCodigo = 'B2')  OR (IPropio.IdCodigo = '-1') )"},
+      {"zones in any case", ids("madrid; ávila", "madrid; ávila;"), "", zones({"4", "5"}),
+       Ids{1, 3, 4, 7, 9}},
+      {"unknown zone: only rows without zone", ids("Marte", "Marte;"), "", zones({"-1"}),
+       Ids{3, 9}},
+      {"text ids are quoted, found or not",
+       ids("Beta; Gamma", "Beta; Gamma;", "Codigo", "IdCodigo"), "",
+       "( (IPropio.IdCodigo Is Null)  OR (IPropio.IdCodigo = 'B2')  OR "
+       "(IPropio.IdCodigo = '-1') )"},
       {"any of Piso: alone, first, last, inside, in capitals; never Pisos or Mi Piso",
        any("Piso", false), "", "(" + piso + ")", Ids{1, 2, 3, 4, 9}},
       {"any of Piso; Local", any("Piso; Local", false), "", pisoLocal, Ids{1, 2, 3, 4, 8, 9}},
@@ -82,47 +91,48 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
        "(" + Patterns(t, "piso") + " OR (" + t + " = ''))", Ids{1, 2, 3, 4, 6, 9}},
       {"an empty item in the middle", any("Piso;;Local", false), "",
        "(" + piso + " OR " + Patterns(t, "") + " OR " + local + ")"},
-      {"only empty items", any(";;", false), "", "(" + Patterns(t, "") + " OR " + Patterns(t, "") + ")"},
+      {"only empty items", any(";;", false), "",
+       "(" + Patterns(t, "") + " OR " + Patterns(t, "") + ")"},
       {"quote and bar in an item", any("O'Donnell|2", false), "",
        "(" + Patterns(t, "O''Donnell' + chr(124) + '2") + ")"},
       {"any, nothing typed", any("", true), "C", "C"},
       {"any, blank items", any(" ; ", true), "C", "C"},
-      {"accented item in any case", any("ÁTICO", false), "", "(" + Patterns(t, "ÁTICO") + ")", Ids{4}},
+      {"accented item in any case", any("ÁTICO", false), "", "(" + Patterns(t, "ÁTICO") + ")",
+       Ids{4}},
       {"quote in an item, first and last position", any("O'Donnell", false, "Zona"), "",
-       "(" + Patterns("Demanda.Zona", "O''Donnell") + ")", Ids{1, 7}},
+       "(" + Patterns(dz, "O''Donnell") + ")", Ids{1, 7}},
       {"bar in an item", any("Norte|Sur", false, "Zona"), "",
-       "(" + Patterns("Demanda.Zona", "Norte' + chr(124) + 'Sur") + ")", Ids{2}},
+       "(" + Patterns(dz, "Norte' + chr(124) + 'Sur") + ")", Ids{2}},
       {"accented capitals equal", any("Ávila", false, "Zona"), "",
-       "(" + Patterns("Demanda.Zona", "Ávila") + ")", Ids{9, 10}},
+       "(" + Patterns(dz, "Ávila") + ")", Ids{9, 10}},
       {"every one of Piso; Local", every("Piso; Local", false), "",
        "(" + piso + " AND " + local + ")", Ids{2, 3, 4}},
-      {"every, closing semicolon", every("Piso; Local;", true), "", "(" + piso + " AND " + local + ")"},
+      {"every, closing semicolon", every("Piso; Local;", true), "",
+       "(" + piso + " AND " + local + ")"},
       {"every, joined", every("Piso", true), "C", "C AND (" + piso + ")"},
-      {"every item, nothing typed: only empty fields", every("", true), "", " (" + t + "='')", Ids{6}},
+      {"every item, nothing typed: only empty fields", every("", true), "", " (" + t + "='')",
+       Ids{6}},
       {"every, a bare semicolon, joined", every(";", true), "C", "C AND  (" + t + "='')"},
       {"every, nothing typed, no empties", every("", false), "C", "C"},
   });
-  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
 // These two builders report their errors themselves and leave the condition as it was.
 TEST_F(MultiValuedConditionsTest, ErrorsAreReportedAndLeaveTheCondition) {
-  struct Row {
-    std::string name;
-    std::function<void(std::string&)> build;
-    std::string routine;
-    long number;
+  auto numA = [&](form::Control& to) {
+    return [p = &to, this](std::string& w) { SQL_NumA({&Text("1"), p}, w, "T", "H", true); };
   };
+  struct Row { std::string name; std::function<void(std::string&)> build; long number; };
   const Row rows[] = {
-      {"overflow", [&](std::string& w) { SQL_NumA({&Text("1"), &Text("99999999999")}, w, "T", "H", true); }, "SQL_NumA", 6},
-      {"a button", [&](std::string& w) { SQL_NumA({&Text("1"), &form_.AddCommandButton("cmdA")}, w, "T", "H", true); }, "SQL_NumA", 438},
-      {"one element", [&](std::string& w) { SQL_NumA({&Text("1")}, w, "T", "H", true); }, "SQL_NumA", 340},
+      {"overflow", numA(Text("99999999999")), 6},
+      {"a button", numA(form_.AddCommandButton("cmdA")), 438},
+      {"one element", [&](std::string& w) { SQL_NumA({&Text("1")}, w, "T", "H", true); }, 340},
       {"names lookup fails after the list changed",
        [&](std::string& w) {
          std::string lista = "Madrid";
          SQL_TablaIdAux(lista, w, "T", "IdZona", "NoExiste", "Nombre");
          EXPECT_EQ(lista, "Madrid;");
-       }, "SQL_TablaIdAux", 0},
+       }, 0},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -132,11 +142,12 @@ TEST_F(MultiValuedConditionsTest, ErrorsAreReportedAndLeaveTheCondition) {
     EXPECT_EQ(where, "C");
     ASSERT_EQ(messenger_->shown().size(), 1u);
     const std::string& text = messenger_->shown()[0].text;
-    EXPECT_EQ(text.rfind("Error en la rutina: " + row.routine + " de MSeleccion\r\n", 0), 0u) << text;
+    const std::string routine = row.number ? "SQL_NumA" : "SQL_TablaIdAux";
+    EXPECT_EQ(text.rfind("Error en la rutina: " + routine + " de MSeleccion\r\n", 0), 0u) << text;
     if (row.number) {
       EXPECT_NE(text.find("Número del error: " + std::to_string(row.number)), std::string::npos);
     }
-    EXPECT_NE(Log().find(" " + row.routine + " de MSeleccion ["), std::string::npos);
+    EXPECT_NE(Log().find(" " + routine + " de MSeleccion ["), std::string::npos);
   }
   EXPECT_NE(Log().find("SQL_NumA de MSeleccion [6] "), std::string::npos);
 }

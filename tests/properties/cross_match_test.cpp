@@ -7,15 +7,13 @@
 namespace cp::testing {
 namespace {
 
+using Texts = std::vector<std::string>;
+
 class CrossTest : public PropertyTest {
  protected:
-  std::string Cross(std::int32_t id, std::string to, std::string from) {
-    sel_->Cruzar(id, to, from);
-    return sel_->SQLW();
-  }
-  // The texts of boxes, by name ("txtPrecio(1)" for an element).
-  std::vector<std::string> Texts(std::initializer_list<std::pair<const char*, int>> boxes) {
-    std::vector<std::string> texts;
+  // The texts of boxes, by name and element index.
+  Texts TextsOf(std::initializer_list<std::pair<const char*, int>> boxes) {
+    Texts texts;
     for (const auto& [name, index] : boxes) texts.push_back(Txt(name, index).Text());
     return texts;
   }
@@ -29,121 +27,103 @@ class CrossTest : public PropertyTest {
 TEST_F(CrossTest, DemandFillsPropertyCriteriaAndFindsMatchingProperties) {
   const std::string sqlw = Cross(1, "Inm. Propios", "Demandas");
   EXPECT_TRUE(Inm().Cruzando());
-  EXPECT_EQ(Texts({{"txtPais", -1},        {"txtProvincia", -1},  {"txtPoblacion", -1},
-                   {"txtZona", -1},        {"txtOperacion", -1},  {"txtInmueble", -1},
-                   {"txtCalefaccion", -1}, {"txtCategorias", -1}, {"txtTipos", -1},
-                   {"txtPrecio", 0},       {"txtPrecio", 1},      {"txtSuper", 0},
-                   {"txtSuper", 1},        {"txtHuecos", -1},     {"txtPiezasExt", -1},
-                   {"txtAscensor", -1},    {"txtGaraje", -1},     {"txtAseos", -1},
-                   {"txtBanios", -1},      {"txtAltura", -1}}),
-            (std::vector<std::string>{"España; ",
-                                      "Madrid; ",
-                                      "Madrid; Alcobendas; ",
-                                      "",
-                                      "Venta",
-                                      "Piso",
-                                      "Eléctrica;No se sabe",
-                                      "Reformado; ",
-                                      "Piso; ",
-                                      "100000",
-                                      "200000",
-                                      "80",
-                                      "120",
-                                      "2",
-                                      "1",
-                                      "1",
-                                      "1",
-                                      "1",
-                                      "1",
-                                      "2"}));
+  EXPECT_EQ(TextsOf({{"txtPais", -1}, {"txtProvincia", -1}, {"txtPoblacion", -1},
+                     {"txtZona", -1}, {"txtOperacion", -1}, {"txtInmueble", -1},
+                     {"txtCalefaccion", -1}, {"txtCategorias", -1}, {"txtTipos", -1},
+                     {"txtPrecio", 0}, {"txtPrecio", 1}, {"txtSuper", 0}, {"txtSuper", 1},
+                     {"txtHuecos", -1}, {"txtPiezasExt", -1}, {"txtAscensor", -1},
+                     {"txtGaraje", -1}, {"txtAseos", -1}, {"txtBanios", -1},
+                     {"txtAltura", -1}}),
+            (Texts{"España; ", "Madrid; ", "Madrid; Alcobendas; ", "", "Venta", "Piso",
+                   "Eléctrica;No se sabe", "Reformado; ", "Piso; ", "100000", "200000", "80",
+                   "120", "2", "1", "1", "1", "1", "1", "2"}));
   EXPECT_EQ(Checks({"chkCategorias", "chkAmueblado", "chkNuevo", "chkTrastero", "chkComercial",
                     "chkIndustrial", "chkExclusiva", "chkTransmitido"}),
             (std::vector<int>{1, 1, 2, 2, 0, 0, 2, 2}));
   EXPECT_EQ(sel_->Entidad(), "Inm. Propios");
   EXPECT_EQ(sqlw, Inm().SelecWhere());
-  EXPECT_EQ(Own(sqlw), (std::vector<long>{1, 4}));
+  EXPECT_EQ(Own(sqlw), (Ids{1, 4}));
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
-TEST_F(CrossTest, OwnPropertyFillsDemandCriteriaAndFindsTheDemandsItMeets) {
+TEST_F(CrossTest, PropertyFillsDemandCriteriaAndFindsTheDemandsItMeets) {
   const std::string sqlw = Cross(1, "Demandas", "Inm. Propios");
-  EXPECT_EQ(Texts({{"txtPais", -1},
-                   {"txtProvincia", -1},
-                   {"txtPoblacion", -1},
-                   {"txtZona", -1},
-                   {"txtCalefaccion", -1},
-                   {"txtTipos", -1},
-                   {"txtPrecio", 0},
-                   {"txtSuper", 0}}),
-            (std::vector<std::string>{"España", "Madrid", "Madrid", "Centro",
-                                      "Eléctrica;No se sabe", "Piso", "150000", "90"}));
-  // Empty location, type and category lists of a demand also match while crossing.
-  EXPECT_EQ(Demands(sqlw), (std::vector<long>{1, 5, 6}));
-  // Demand 1, which finds this property, is found back.
+  EXPECT_EQ(TextsOf({{"txtPais", -1}, {"txtProvincia", -1}, {"txtPoblacion", -1},
+                     {"txtZona", -1}, {"txtCalefaccion", -1}, {"txtTipos", -1},
+                     {"txtPrecio", 0}, {"txtSuper", 0}}),
+            (Texts{"España", "Madrid", "Madrid", "Centro", "Eléctrica;No se sabe", "Piso",
+                   "150000", "90"}));
+  // Empty location, type and category lists of a demand also match; demand 1, which finds
+  // this property, is found back.
+  EXPECT_EQ(Demands(sqlw), (Ids{1, 5, 6}));
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
-}
 
-TEST_F(CrossTest, PropertyPriceAndSurfaceGoToTheLowerBoxesOnly) {
+  // Price and surface go to the lower boxes only; a demand hides the upper ones.
   Txt("txtPrecio", 1).setText("999");
   Txt("txtSuper", 1).setText("888");
   Cross(7, "Demandas", "Inm. Propios");
-  EXPECT_EQ(Texts({{"txtPrecio", 0}, {"txtPrecio", 1}, {"txtSuper", 0}, {"txtSuper", 1}}),
-            (std::vector<std::string>{"120000", "999", "75", "888"}));
-  // A demand hides the upper boxes; their text is not part of its condition.
+  EXPECT_EQ(TextsOf({{"txtPrecio", 0}, {"txtPrecio", 1}, {"txtSuper", 0}, {"txtSuper", 1}}),
+            (Texts{"120000", "999", "75", "888"}));
   EXPECT_FALSE(Box().Item("txtPrecio", 1).Visible());
 }
 
-TEST_F(CrossTest, MinusOneReadsNoRecordAndFillsNothing) {
+TEST_F(CrossTest, NoRecordFillsNothing) {
   EXPECT_EQ(Cross(-1, "Inm. Propios", "Demandas"), "");
-  EXPECT_FALSE(Inm().Cruzando());
+  EXPECT_FALSE(Inm().Cruzando()) << "-1 reads no record";
   EXPECT_EQ(Cross(-1, "Demandas", "Inm. Propios"), "");
   EXPECT_EQ(sel_->Entidad(), "Demandas");
   // Whatever the target's criteria already hold is what comes back.
   Txt("txtHuecos").setText("4");
   EXPECT_EQ(Cross(-1, "Demandas", "Inm. Ajenos"),
             " ( (Demanda.Huecos<=4) OR IsNull(Demanda.Huecos)) ");
-  EXPECT_TRUE(messenger_->shown().empty());
-}
-
-TEST_F(CrossTest, MissingRecordIsNoError) {
+  Txt("txtHuecos").setText("");
+  // A missing record is no error.
   EXPECT_EQ(Cross(404, "Inm. Ajenos", "Demandas"), "");
   EXPECT_EQ(Cross(404, "Demandas", "Inm. Propios"), "");
   EXPECT_TRUE(Inm().Cruzando());
+  // A contact target still uses the property control, with no fill.
+  Cross(1, "Clientes", "Demandas");
+  EXPECT_EQ(sel_->Entidad(), "Clientes");
+  EXPECT_TRUE(Inm().Cruzando());
+  EXPECT_EQ(Txt("txtPais").Text(), "");
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+  // Archived and sold targets never read a record: without a database a read is reported.
+  setBD(nullptr);
+  for (const char* target : {"Inm. Archivados", "Inm. Vendidos"}) {
+    EXPECT_EQ(Cross(1, target, "Demandas"), "") << target;
+    EXPECT_TRUE(Inm().Cruzando());
+    EXPECT_EQ(Txt("txtPais").Text(), "");
+  }
+  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+  Cross(1, "Inm. Propios", "Demandas");
+  EXPECT_EQ(Reports(), Texts{"RellenarDemanda de SeleccionInm"});
 }
 
-TEST_F(CrossTest, DemandHeatingOneLeavesTheBoxThreeAddsUnknown) {
-  Txt("txtCalefaccion").setText("Gas natural");
-  Cross(2, "Inm. Propios", "Demandas");  // IdCalefaccion 1
-  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Gas natural");
-  Cross(3, "Inm. Propios", "Demandas");  // IdCalefaccion Null
-  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Gas natural");
-  Cross(1, "Inm. Propios", "Demandas");  // IdCalefaccion 3
-  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Eléctrica;No se sabe");
-}
-
-TEST_F(CrossTest, PropertyHeatingIsItsNameAndUnknownFromTwoOn) {
-  Txt("txtCalefaccion").setText("Gas natural");
-  const std::string unknown = Cross(2, "Demandas", "Inm. Propios");  // IdCalefaccion 1
-  EXPECT_EQ(Txt("txtCalefaccion").Text(), "No se sabe");
-  EXPECT_EQ(unknown.find("IdCalefaccion"), std::string::npos) << unknown;
-  Cross(4, "Demandas", "Inm. Propios");  // IdCalefaccion Null
-  EXPECT_EQ(Txt("txtCalefaccion").Text(), "");
-  Cross(1, "Demandas", "Inm. Propios");  // IdCalefaccion 3
-  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Eléctrica;No se sabe");
+TEST_F(CrossTest, HeatingFromEitherSide) {
+  // A demand's heating 1 or Null leaves the box, 3 adds "unknown"; a property's heating is
+  // its name, with "unknown" from 2 on.
+  const struct { int id; const char *to, *from, *heating; } cases[] = {
+      {2, "Inm. Propios", "Demandas", "Gas natural"},  // IdCalefaccion 1
+      {3, "Inm. Propios", "Demandas", "Gas natural"},  // Null
+      {1, "Inm. Propios", "Demandas", "Eléctrica;No se sabe"},
+      {2, "Demandas", "Inm. Propios", "No se sabe"},  // 1
+      {4, "Demandas", "Inm. Propios", ""},  // Null
+      {1, "Demandas", "Inm. Propios", "Eléctrica;No se sabe"}};
+  for (const auto& t : cases) {
+    Txt("txtCalefaccion").setText("Gas natural");
+    const std::string sqlw = Cross(t.id, t.to, t.from);
+    EXPECT_EQ(Txt("txtCalefaccion").Text(), t.heating) << t.id << " " << t.from;
+    EXPECT_FALSE(std::string(t.heating) == "No se sabe" &&
+                 sqlw.find("IdCalefaccion") != std::string::npos) << sqlw;
+  }
 }
 
 TEST_F(CrossTest, OriginOtherThanOwnPropertiesReadsOtherAgencies) {
   // Own property 7 is in Ávila; the other agencies' property 7 in Madrid, with no type read.
-  const struct {
-    const char* origin;
-    const char* provincia;
-    const char* tipos;
-  } cases[] = {{"Inm. Propios", "Ávila", "Piso"},
-               {"Inm. Vendidos", "Madrid", "antes"},
-               {"Inm. Archivados", "Madrid", "antes"},
-               {"Inm. Ajenos", "Madrid", "antes"},
-               {"", "Madrid", "antes"}};
+  const struct { const char *origin, *provincia, *tipos; } cases[] = {
+      {"Inm. Propios", "Ávila", "Piso"}, {"Inm. Vendidos", "Madrid", "antes"},
+      {"Inm. Archivados", "Madrid", "antes"}, {"Inm. Ajenos", "Madrid", "antes"},
+      {"", "Madrid", "antes"}};
   for (const auto& t : cases) {
     sel_ = std::make_unique<CSeleccion>();
     sel_->setBD(dao::OpenDatabase(path_));
@@ -155,61 +135,38 @@ TEST_F(CrossTest, OriginOtherThanOwnPropertiesReadsOtherAgencies) {
   EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
 }
 
-TEST_F(CrossTest, ArchivedAndSoldTargetsNeverReadARecord) {
-  // Without a database any read would be reported.
-  setBD(nullptr);
-  for (const char* target : {"Inm. Archivados", "Inm. Vendidos"}) {
-    EXPECT_EQ(Cross(1, target, "Demandas"), "") << target;
-    EXPECT_TRUE(Inm().Cruzando());
-    EXPECT_EQ(Txt("txtPais").Text(), "");
-  }
-  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
-  // The same call into own properties does read, and reports the missing database.
-  Cross(1, "Inm. Propios", "Demandas");
-  EXPECT_EQ(Reports(), std::vector<std::string>{"RellenarDemanda de SeleccionInm"});
-}
-
-TEST_F(CrossTest, NullCheckBoxColumnStopsTheFillWithTheCriteriaSoFar) {
+TEST_F(CrossTest, ACheckBoxColumnThatIsNullOrOutOfRangeStopsTheFill) {
   // Demand 4: Amueblado 1, then Nuevo Null; Trastero (1) is never reached.
   const std::string sqlw = Cross(4, "Inm. Propios", "Demandas");
-  EXPECT_EQ(Reports(), std::vector<std::string>{"RellenarDemanda de SeleccionInm"});
+  EXPECT_EQ(Reports(), Texts{"RellenarDemanda de SeleccionInm"});
   EXPECT_NE(messenger_->shown()[0].text.find("94"), std::string::npos);
   EXPECT_EQ(Checks({"chkAmueblado", "chkNuevo", "chkTrastero"}), (std::vector<int>{1, 2, 2}));
-  EXPECT_EQ(Texts({{"txtPrecio", 1}, {"txtSuper", 1}, {"txtHuecos", -1}, {"txtCalefaccion", -1}}),
-            (std::vector<std::string>{"150000", "95", "1", "Gas natural;No se sabe"}));
+  EXPECT_EQ(TextsOf({{"txtPrecio", 1}, {"txtSuper", 1}, {"txtHuecos", -1},
+                     {"txtCalefaccion", -1}}),
+            (Texts{"150000", "95", "1", "Gas natural;No se sabe"}));
   // The condition is still made from what was written.
   EXPECT_NE(sqlw.find("IPropio.Amueblado = 1"), std::string::npos) << sqlw;
   EXPECT_EQ(sqlw.find("Trastero"), std::string::npos) << sqlw;
-  EXPECT_EQ(Own(sqlw), (std::vector<long>{2, 4, 7}));
-}
-
-TEST_F(CrossTest, OutOfRangeCheckBoxStateStopsTheFill) {
+  EXPECT_EQ(Own(sqlw), (Ids{2, 4, 7}));
   // Demand 6 stores 5 in Trastero; Comercial and Industrial after it stay grey.
+  messenger_->ClearShown();
   Cross(6, "Inm. Ajenos", "Demandas");
-  EXPECT_EQ(Reports(), std::vector<std::string>{"RellenarDemanda de SeleccionInm"});
+  EXPECT_EQ(Reports(), Texts{"RellenarDemanda de SeleccionInm"});
   EXPECT_EQ(Checks({"chkNuevo", "chkTrastero", "chkComercial", "chkIndustrial"}),
             (std::vector<int>{0, 2, 2, 2}));
 }
 
 TEST_F(CrossTest, CruzarLeavesTheDialogResultAndKeepSelectionFlagAlone) {
-  sel_->setEntidad("Inm. Propios");
-  {
-    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([](frmSeleccion& dlg) {
-      dlg.chkGuardar().setValue(1);
-      dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
-    }));
-    ASSERT_TRUE(sel_->mtdMostrar());
-  }
+  Accept("Inm. Propios", [](frmSeleccion& dlg) { dlg.chkGuardar().setValue(1); });
   ASSERT_TRUE(sel_->GuardarSeleccion());
   const std::string sqlw = Cross(1, "Demandas", "Inm. Propios");
   EXPECT_TRUE(sel_->GuardarSeleccion());
   EXPECT_EQ(sel_->Entidad(), "Demandas");
-  EXPECT_EQ(Demands(sqlw), (std::vector<long>{1, 5, 6}));
+  EXPECT_EQ(Demands(sqlw), (Ids{1, 5, 6}));
   // Closing the window without accepting answers the last result, which is still the accept,
   // and keeps the crossed condition.
   EXPECT_TRUE(sel_->mtdMostrar());
   EXPECT_EQ(sel_->SQLW(), sqlw);
-
   // The saved selection holds the crossed criteria, and brings them back.
   const Variant saved = sel_->Seleccion();
   sel_ = std::make_unique<CSeleccion>();
@@ -220,12 +177,17 @@ TEST_F(CrossTest, CruzarLeavesTheDialogResultAndKeepSelectionFlagAlone) {
   EXPECT_EQ(Chk("chkCategorias").Value(), 1);
 }
 
-TEST_F(CrossTest, CrossingWithAContactTargetStillUsesThePropertyControl) {
-  Cross(1, "Clientes", "Demandas");
-  EXPECT_EQ(sel_->Entidad(), "Clientes");
-  EXPECT_TRUE(Inm().Cruzando());
-  EXPECT_EQ(Txt("txtPais").Text(), "");  // no fill for a target outside the catalogue
-  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
+TEST_F(CrossTest, SettingTheShownEntityAgainPointsTheControlAtIt) {
+  sel_->setEntidad("Inm. Propios");
+  Cross(1, "Demandas", "Inm. Propios");
+  ASSERT_EQ(Inm().Tabla(), "Demanda");
+  const std::string sql = Accept("Inm. Propios", [](frmSeleccion& dlg) {
+    EXPECT_EQ(dlg.SeleccionInm1().Tabla(), "IPropio");
+    EXPECT_FALSE(dlg.SeleccionInm1().Cruzando());
+  });
+  EXPECT_EQ(sql.find("Demanda"), std::string::npos) << sql;
+  EXPECT_EQ(sel_->Entidad(), "Inm. Propios");
+  EXPECT_FALSE(Own(sql).empty()) << sql;
 }
 
 }  // namespace

@@ -1,19 +1,13 @@
 #pragma once
-// The property control's tests: the shared routines in a known state, an agency database
-// whose properties and demands have known ids and known values for every criterion, and a
-// CSeleccion whose dialog "the user" drives through a script inside the modal loop.
-#include <unistd.h>
-
-#include <filesystem>
+// The property control's tests: an agency database whose properties and demands have known
+// values for every criterion, and a CSeleccion whose dialog a script drives as the user.
 #include <functional>
-#include <memory>
 #include <string>
-#include <vector>
+#include <type_traits>
 
-#include "tests/support/scratch_db.h"
-#include "common/shared_state.h"
+#include "common/scripted_list_picker.h"
+#include "criteria/cfield_linker.h"
 #include "platform/core/conversions.h"
-#include "platform/dao/connect.h"
 #include "platform/form/check_box.h"
 #include "platform/form/combo_box.h"
 #include "platform/form/command_button.h"
@@ -21,13 +15,15 @@
 #include "platform/form/keys.h"
 #include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
-#include "platform/sqlite/native.h"
 #include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
-#include "tests/common/common_fixture.h"
 #include "tests/support/host_test.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::testing {
+
+using Ids = std::vector<long>;
+using form::ControlContainer;
 
 // Lookups, users, owners, five own properties, other agencies' properties 1 and 7, and
 // demands 1-6. Property 7 exists both as own and as other agency's, with different values.
@@ -98,82 +94,98 @@ INSERT INTO Demanda (IdDemanda, IdCliente, Pais, Provincia, Poblacion, Zona, Tip
    2, 1, 1, 1, 2, 1, 1, 1, 1, 0, 5, 0, 0, 0, NULL, NULL, NULL);
 )SQL";
 
-// The user shows a tab by clicking it.
-inline void ShowTab(form::ControlContainer& c, int tab) {
-  c.Get<form::SSTab>("tbsSelec").setTab(tab);
-}
 // The user clicks the box's tab, puts the caret in the box and types its whole text (the
 // box is not left). Boxes below the tabs need no tab.
-inline void Type(form::ControlContainer& c, const std::string& name, const std::string& text,
+inline void Type(ControlContainer& c, const std::string& name, const std::string& text,
                  int index = -1) {
   auto& box = c.Get<form::TextBox>(name, index);
-  if (box.Parent() && box.Parent()->Name() == "fraSelec") ShowTab(c, box.Parent()->Index());
+  if (box.Parent() && box.Parent()->Name() == "fraSelec")
+    c.Get<form::SSTab>("tbsSelec").setTab(box.Parent()->Index());
   box.SetFocus();
   box.setText(text);
 }
 // The user leaves the box that has the focus for the words box below the tabs.
-inline void Leave(form::ControlContainer& c) { c.Item("txtPalabras").SetFocus(); }
+inline bool Leave(ControlContainer& c) { return c.Item("txtPalabras").SetFocus(); }
 inline std::string DescribeMessages(const ScriptedMessenger& m) {
   std::string all;
   for (const auto& s : m.shown()) all += "[" + s.title + "] " + s.text + "\n";
   return all;
 }
+// The last value the picker's last instance received for a property; Empty when never set.
+inline Variant Picked(const ScriptedListPickerRegistration& picker, const std::string& name) {
+  Variant value;
+  if (picker.LastInstance())
+    for (const auto& step : picker.LastInstance()->steps)
+      if (step.kind == ListPickerStep::Kind::SetProperty && step.name == name) value = step.value;
+  return value;
+}
+inline std::set<std::string> Names(const std::string& sql) {
+  std::set<std::string> names;
+  for (dao::Recordset rs = BD()->OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
+    names.insert(CStr(rs.Fields(0).Value()));
+  return names;
+}
+// The labels of the error reports shown so far.
+inline std::vector<std::string> Reports(const ScriptedMessenger& m) {
+  std::vector<std::string> labels;
+  for (const auto& s : m.shown()) {
+    const auto at = s.text.find("Error en la rutina: ");
+    if (at == std::string::npos) continue;
+    labels.push_back(s.text.substr(at + 20, s.text.find_first_of("\r\n", at + 20) - at - 20));
+  }
+  return labels;
+}
 
 class PropertyTest : public HostTest {
  protected:
-  static void SetUpTestSuite() {
-    path_ = ScratchDb::Create("cp_properties", kPropertyRows);
-  }
+  static void SetUpTestSuite() { path_ = ScratchDb::Create("cp_properties", kPropertyRows); }
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
-
 
   frmSeleccion& Dlg() { return sel_->Dialog(); }
   SeleccionInm& Inm() { return Dlg().SeleccionInm1(); }
-  form::ControlContainer& Box() { return Inm().Controls(); }
+  ControlContainer& Box() { return Inm().Controls(); }
   form::TextBox& Txt(const std::string& name, int index = -1) {
     return Box().Get<form::TextBox>(name, index);
   }
   form::CheckBox& Chk(const std::string& name) { return Box().Get<form::CheckBox>(name); }
   form::ComboBox& Cbo(const std::string& name) { return Box().Get<form::ComboBox>(name); }
+  void ShowTab(int tab) { Box().Get<form::SSTab>("tbsSelec").setTab(tab); }
 
-  // Shows the dialog for entity with script acting as the user, who then accepts;
-  // returns the condition that CSeleccion holds afterwards.
-  std::string Accept(const std::string& entity, std::function<void(frmSeleccion&)> script) {
+  // Shows the dialog for entity with script acting as the user on the property control (or
+  // on the dialog), who then accepts; returns the condition that CSeleccion holds afterwards.
+  template <class Script>
+  std::string Accept(const std::string& entity, Script script) {
     sel_->setEntidad(entity);
     ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([&](frmSeleccion& dlg) {
-      script(dlg);
+      if constexpr (std::is_invocable_v<Script, ControlContainer&>)
+        script(dlg.SeleccionInm1().Controls());
+      else
+        script(dlg);
       dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
     }));
     EXPECT_TRUE(sel_->mtdMostrar());
     return sel_->SQLW();
   }
+  std::string Cross(std::int32_t id, std::string to, std::string from) {
+    sel_->Cruzar(id, to, from);
+    return sel_->SQLW();
+  }
 
   // The keys of the rows that the host query returns for a condition (owner joined).
-  std::vector<long> Ids(const std::string& table, const std::string& key,
-                        const std::string& where) {
-    dao::Recordset rs = BD()->OpenRecordset(
-        "SELECT " + table + "." + key + " FROM " + table + " LEFT JOIN Cliente ON " +
-        "Cliente.IdCliente = " + table + ".IdCliente" +
-        (where.empty() ? std::string() : " WHERE " + where) + " ORDER BY " + table + "." + key);
-    std::vector<long> ids;
-    for (; !rs.Eof(); rs.MoveNext()) ids.push_back(CLng(rs.Fields(0).Value()));
+  Ids Keys(const std::string& table, const std::string& key, const std::string& where) {
+    Ids ids;
+    for (dao::Recordset rs = BD()->OpenRecordset(
+             "SELECT " + table + "." + key + " FROM " + table + " LEFT JOIN Cliente ON " +
+             "Cliente.IdCliente = " + table + ".IdCliente" +
+             (where.empty() ? std::string() : " WHERE " + where) + " ORDER BY " + table + "." +
+             key);
+         !rs.Eof(); rs.MoveNext())
+      ids.push_back(CLng(rs.Fields(0).Value()));
     return ids;
   }
-  std::vector<long> Own(const std::string& where) { return Ids("IPropio", "IdIPropio", where); }
-  std::vector<long> Demands(const std::string& where) { return Ids("Demanda", "IdDemanda", where); }
-
-  // The labels of the error reports shown so far.
-  std::vector<std::string> Reports() const {
-    std::vector<std::string> labels;
-    for (const auto& s : messenger_->shown()) {
-      const auto at = s.text.find("Error en la rutina: ");
-      if (at == std::string::npos) continue;
-      const auto start = at + 20;
-      labels.push_back(s.text.substr(start, s.text.find_first_of("\r\n", start) - start));
-    }
-    return labels;
-  }
-
+  Ids Own(const std::string& where) { return Keys("IPropio", "IdIPropio", where); }
+  Ids Demands(const std::string& where) { return Keys("Demanda", "IdDemanda", where); }
+  std::vector<std::string> Reports() const { return cp::testing::Reports(*messenger_); }
 };
 
 }  // namespace cp::testing
