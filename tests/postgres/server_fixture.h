@@ -11,12 +11,12 @@ struct SampleDatabases {
   std::string server;  // connection text ("" without a test server)
 };
 
-// Made once per process by init-db --demo with `size` properties (the server side in a
+// Made once per process with the demo data for `size` properties (the server side in a
 // fresh schema of the given database).
 const SampleDatabases& Samples(const std::string& serverDatabase, int size);
 
-// where/cross --query through the tool's own functions: the first column of every row
-// (sorted), or {"exit N", message} when the command failed.
+// A host's selection (the sets entered in the dialog, then Aceptar) or cross-match, then its
+// query: the first column of every row (sorted), or {"error", message} when it failed.
 std::vector<std::string> WhereIds(const std::string& db, const std::string& entity,
                                   const std::vector<std::string>& sets);
 std::vector<std::string> CrossIds(const std::string& db, int id, const std::string& from,
