@@ -52,8 +52,7 @@ class DemoFile : public ::testing::Test {
 TEST_F(DemoFile, MultiValuedColumnsEndEachItemWithSemicolonBlank) {
   const char* cases[][3] = {{"Cliente", "Categorias", "TipoCategoria"},
                             {"Demanda", "Categorias", "TipoCategoriaI"},
-                            {"Demanda", "Provincia", "Provincia"},
-                            {"Demanda", "Zona", "Zona"},
+                            {"Demanda", "Provincia", "Provincia"}, {"Demanda", "Zona", "Zona"},
                             {"Demanda", "TipoInmueble", "TipoInmueble"},
                             {"IAjeno", "Categorias", "TipoCategoriaI"}};
   for (const auto& [table, column, lookup] : cases) {

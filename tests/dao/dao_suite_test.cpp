@@ -28,13 +28,11 @@ struct ColumnCase {
 
 const std::vector<ColumnCase> kMuestra = {
     {"Id", dbLong, 4, std::int32_t{1}, std::int32_t{3}},
-    {"Nombre", dbText, 40, "Piso; Local; ", "Ático"},
-    {"Notas", dbMemo, 0, kLongMemo, ""},
+    {"Nombre", dbText, 40, "Piso; Local; ", "Ático"}, {"Notas", dbMemo, 0, kLongMemo, ""},
     {"Plantas", dbInteger, 2, std::int16_t{3}, std::int16_t{-2}},
     {"Nivel", dbByte, 1, std::int16_t{7}, std::int16_t{0}},
     {"Cantidad", dbLong, 4, std::int32_t{123456}, std::int32_t{-7}},
-    {"Activo", dbBoolean, 1, true, false},
-    {"Superficie", dbDouble, 8, 85.5, 0.0},
+    {"Activo", dbBoolean, 1, true, false}, {"Superficie", dbDouble, 8, 85.5, 0.0},
     {"Precio", dbCurrency, 8, 150000.25, 12.0},
     {"Alta", dbDate, 8, MakeDate(2005, 3, 7), MakeDate(2031, 12, 31, 14, 30, 5)},
 };
@@ -179,8 +177,7 @@ TEST_P(DaoSuite, FindFirstSearchesFromTheTopWithJetRules) {
       {"Nombre = 'MADRID'", 1},        {"Nombre = 'ÁVILA'", 2},
       {"Nombre = 'málaga'", 3},        {"Nombre LIKE 'ÁVILA*'", 2},
       {"Nombre LIKE '*norte'", 5},     {"Nombre = 'O''Donnell'", 4},
-      {"IsNull(Orden)", 4},            {"Orden > 2", 1},
-      {"Orden >= 4 AND Nombre LIKE 'á*'", 5},
+      {"IsNull(Orden)", 4},            {"Orden > 2", 1}, {"Orden >= 4 AND Nombre LIKE 'á*'", 5},
       {"Nombre = 'Cádiz'", 0},         {"Orden > 100", 0},
   };
   auto rs = db_->OpenRecordset("SELECT IdZona, Nombre, Orden FROM Zona ORDER BY IdZona");

@@ -21,8 +21,7 @@ TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
       {"Cliente.Apellidos LIKE 'garcia*'", "pg_temp.jet_like('garcia*', Cliente.Apellidos)"},
       // The collation only where a side is known to be text: integers refuse collations.
       {"T.Nombre = 'Ávila'", "T.Nombre COLLATE pg_temp.jet_nocase = 'Ávila'"},
-      {"A.IdX = B.IdX", "A.IdX = B.IdX"},
-      {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
+      {"A.IdX = B.IdX", "A.IdX = B.IdX"}, {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
       {"Cliente.IdCliente In (SELECT IdCliente FROM TfnoCli WHERE Numero LIKE '*1*')",
        "Cliente.IdCliente IN (SELECT IdCliente FROM TfnoCli WHERE pg_temp.jet_like('*1*', Numero))"},
       {"T.Activo = TRUE AND IsNull(T.x)", "T.Activo IN (1, -1) AND (T.x IS NULL)"},

@@ -27,13 +27,9 @@ void ExpectStatements(const std::vector<Case>& cases) {
 
 TEST(TranslateSqlite, NumberComparisonsLeaveTheColumnBareForItsIndex) {
   ExpectConditions({
-      {"T.IdX = 5", "T.IdX = 5"},
-      {"5 = T.IdX", "5 = T.IdX"},
-      {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
-      {"T.IdX not in (1, 2)", "T.IdX NOT IN (1, 2)"},
-      {"T.Id>=120", "T.Id >= 120"},
-      {"T.Id<>-1", "T.Id <> -1"},
-      {"T.Precio BETWEEN 2 AND 4", "T.Precio BETWEEN 2 AND 4"},
+      {"T.IdX = 5", "T.IdX = 5"}, {"5 = T.IdX", "5 = T.IdX"}, {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
+      {"T.IdX not in (1, 2)", "T.IdX NOT IN (1, 2)"}, {"T.Id>=120", "T.Id >= 120"},
+      {"T.Id<>-1", "T.Id <> -1"}, {"T.Precio BETWEEN 2 AND 4", "T.Precio BETWEEN 2 AND 4"},
       {"150000 BETWEEN T.Min AND T.Max", "150000 BETWEEN T.Min AND T.Max"},
       {"T.Precio NOT BETWEEN 1.5 AND 2E3", "T.Precio NOT BETWEEN 1.5 AND 2E3"},
   });
@@ -81,22 +77,17 @@ TEST(TranslateSqlite, DateLiteralsAreIsoTextAgainstNormalisedDates) {
 
 TEST(TranslateSqlite, BooleansMatchOneAndMinusOne) {
   ExpectConditions({
-      {"T.Activo = TRUE", "T.Activo IN (1, -1)"},
-      {"TRUE = T.Activo", "T.Activo IN (1, -1)"},
-      {"T.Activo <> TRUE", "T.Activo NOT IN (1, -1)"},
-      {"T.Activo = false", "T.Activo = 0"},
-      {"T.Activo <> FALSE", "T.Activo <> 0"},
-      {"( Activo = TRUE ) ", "(Activo IN (1, -1))"},
+      {"T.Activo = TRUE", "T.Activo IN (1, -1)"}, {"TRUE = T.Activo", "T.Activo IN (1, -1)"},
+      {"T.Activo <> TRUE", "T.Activo NOT IN (1, -1)"}, {"T.Activo = false", "T.Activo = 0"},
+      {"T.Activo <> FALSE", "T.Activo <> 0"}, {"( Activo = TRUE ) ", "(Activo IN (1, -1))"},
       {"T.Nivel > TRUE", "T.Nivel > -1"},
   });
 }
 
 TEST(TranslateSqlite, NullTestsInBothForms) {
   ExpectConditions({
-      {"IsNull(T.Min)", "(T.Min IS NULL)"},
-      {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"},
-      {"T.IdZona Is Null", "T.IdZona IS NULL"},
-      {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
+      {"IsNull(T.Min)", "(T.Min IS NULL)"}, {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"},
+      {"T.IdZona Is Null", "T.IdZona IS NULL"}, {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
       {"(T.a = 1) IS NULL", "(T.a = 1) IS NULL"},
   });
 }
@@ -113,11 +104,9 @@ TEST(TranslateSqlite, ConcatenationAndArithmetic) {
       {"T.x = 'a' & T.y", "T.x COLLATE JET_NOCASE = jet_concat('a', T.y)"},
       // Only the values say whether + adds or joins.
       {"T.x = T.y + 'a'", "T.x COLLATE JET_NOCASE = jet_add(T.y, 'a')"},
-      {"T.n = 1 + 2 * 3", "T.n = 1 + 2 * 3"},
-      {"T.n = (1 + 2) * 3", "T.n = (1 + 2) * 3"},
+      {"T.n = 1 + 2 * 3", "T.n = 1 + 2 * 3"}, {"T.n = (1 + 2) * 3", "T.n = (1 + 2) * 3"},
       {"T.n = 1 - (2 - 3)", "T.n = 1 - (2 - 3)"},
-      {"T.n = 7 / 2", "T.n = CAST(7 AS DOUBLE PRECISION) / 2"},
-      {"T.n = - -T.m", "T.n = -(-T.m)"},
+      {"T.n = 7 / 2", "T.n = CAST(7 AS DOUBLE PRECISION) / 2"}, {"T.n = - -T.m", "T.n = -(-T.m)"},
       // & binds looser than +, as in Jet: 'a' & 1 + 2 is 'a3'.
       {"T.x = 'a' & 1 + 2", "T.x COLLATE JET_NOCASE = jet_concat('a', 1 + 2)"},
   });
@@ -126,8 +115,7 @@ TEST(TranslateSqlite, ConcatenationAndArithmetic) {
 TEST(TranslateSqlite, LogicKeepsJetPrecedence) {
   ExpectConditions({
       {"a = 1 OR b = 2 AND c = 3", "a = 1 OR b = 2 AND c = 3"},
-      {"(a = 1 OR b = 2) AND c = 3", "(a = 1 OR b = 2) AND c = 3"},
-      {"NOT a = 1", "NOT a = 1"},
+      {"(a = 1 OR b = 2) AND c = 3", "(a = 1 OR b = 2) AND c = 3"}, {"NOT a = 1", "NOT a = 1"},
       {"T.x BETWEEN 1 AND 2 AND T.y = 3", "T.x BETWEEN 1 AND 2 AND T.y = 3"},
       {"  a=1   and   b=2 ", "a = 1 AND b = 2"},
   });

@@ -34,8 +34,7 @@ struct Selection {
 const std::vector<Selection> kSelections = {
     {"Clientes", {"dtpAlta(1)=2025-12-31", "txtPalabras=gar", "cboOpPalabras=En todo el texto"}},
     {"Clientes", {"dtpAlta(0)=2010-01-01", "dtpAlta(1)=2020-12-31"}},
-    {"Inm. Propios", {"txtPrecio(0)=100.000", "txtSuper(1)=150"}},
-    {"Demandas", {"txtAltura=1"}},
+    {"Inm. Propios", {"txtPrecio(0)=100.000", "txtSuper(1)=150"}}, {"Demandas", {"txtAltura=1"}},
 };
 const std::vector<int> kDemands = {1, 2, 3, 4};
 const std::vector<std::string> kWriterSelection = {"dtpAlta(0)=2030-01-01"};
