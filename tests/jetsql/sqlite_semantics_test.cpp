@@ -6,7 +6,8 @@
 #include <memory>
 #include <set>
 
-#include "tests/jetsql/sqlite_database.h"
+#include "tests/jetsql/semantics_database.h"
+#include "tests/support/spanish_locale.h"
 
 namespace cp::jetsql {
 namespace {
@@ -225,6 +226,16 @@ TEST(SqliteSemantics, DistinctAndOrderByFoldCaseAsJetDoes) {
   EXPECT_EQ(db.Rows("SELECT DISTINCT Alias FROM Agencia WHERE IdAgencia < 1000000").size(), 5u);
   auto named = db.Rows("SELECT DISTINCT Agencia.Alias FROM Agencia WHERE Alias LIKE 'c*'");
   ASSERT_EQ(named.size(), 1u);
+}
+
+using SpanishDesktop = cp::testing::SpanishLocale;
+
+TEST_F(SpanishDesktop, JetNumbersIgnoreTheLocale) {
+  MemoryDatabase db;
+  db.Exec("CREATE TABLE Uno (Id INTEGER, Texto VARCHAR(10)); INSERT INTO Uno VALUES (1, '2.5');");
+  EXPECT_EQ(db.Value("SELECT chr(66.6) AS v FROM Uno"), "C");  // a constant, rounded
+  EXPECT_EQ(db.Value("SELECT Texto + 1 AS v FROM Uno"), "3.5");
+  EXPECT_EQ(db.Value("SELECT '+2.5e1' + 1 AS v FROM Uno"), "26");
 }
 
 }  // namespace
