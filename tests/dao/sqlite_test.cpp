@@ -101,47 +101,33 @@ TEST_F(SqliteTest, BulkInsertThroughNativeStatementsReadsBackTyped) {
   EXPECT_EQ(rs.Fields("Plantas").Value(), Variant(std::int16_t{4}));
 }
 
-TEST_F(SqliteTest, NativeStatementsReadRowsAndDatesStayIsoText) {
+TEST_F(SqliteTest, NativeStatementsReadRowsRollBackAndCarryDaoNumbers) {
   NativeDatabase native(PathOf("fechas.sqlite"), NativeDatabase::Mode::CreateIfMissing);
   native.ExecuteNative("CREATE TABLE F (Dia DATETIME, N INTEGER)");
   auto insert = native.Prepare("INSERT INTO F VALUES (?1, ?2)");
   insert.Bind(1, MakeDate(1925, 2, 3));
   insert.Bind(2, std::int32_t{-4});
   insert.Step();
+  {
+    Transaction tx(native);  // never committed
+    native.ExecuteNative("INSERT INTO F VALUES (NULL, 1); INSERT INTO F VALUES (NULL, 2)");
+  }
   auto read = native.Prepare("SELECT Dia, N, typeof(Dia) FROM F");
   ASSERT_TRUE(read.Step());
   EXPECT_EQ(read.ColumnCount(), 3);
   EXPECT_EQ(read.ColumnName(0), "Dia");
-  EXPECT_EQ(read.Column(0), Variant("1925-02-03"));
+  EXPECT_EQ(read.Column(0), Variant("1925-02-03"));  // dates stay ISO text
   EXPECT_EQ(read.Column(1), Variant(std::int32_t{-4}));
   EXPECT_EQ(read.Column(2), Variant("text"));
   EXPECT_FALSE(read.Step());
-}
-
-TEST_F(SqliteTest, TransactionRollsBackUnlessCommitted) {
-  NativeDatabase native(PathOf("tx.sqlite"), NativeDatabase::Mode::CreateIfMissing);
-  native.ExecuteNative("CREATE TABLE T (N INTEGER)");
-  {
-    Transaction tx(native);
-    native.ExecuteNative("INSERT INTO T VALUES (1); INSERT INTO T VALUES (2)");
-  }
-  auto count = native.Prepare("SELECT count(*) FROM T");
-  ASSERT_TRUE(count.Step());
-  EXPECT_EQ(count.Column(0), Variant(std::int32_t{0}));
-}
-
-TEST_F(SqliteTest, NativeErrorsCarryDaoNumbers) {
-  NativeDatabase native(PathOf("errores.sqlite"), NativeDatabase::Mode::CreateIfMissing);
   const Error syntax = CaughtError([&] { native.ExecuteNative("CREATE TABLA X (N INTEGER)"); });
   EXPECT_EQ(syntax.number(), dao::daoerr::kSyntaxInQuery);
   EXPECT_THAT(syntax.description(), HasSubstr("TABLA"));
   EXPECT_EQ(syntax.source(), "SQLite");
-  EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT * FROM Nada"); }),
-            dao::daoerr::kTableNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT * FROM Nada"); }), dao::daoerr::kTableNotFound);
   EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT 1; SELECT 2"); }),
             dao::daoerr::kTextAfterStatement);
-  EXPECT_EQ(ErrorNumberOf([&] { NativeDatabase(PathOf("nueva.sqlite")); }),
-            dao::daoerr::kFileNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { NativeDatabase(PathOf("nueva.sqlite")); }), dao::daoerr::kFileNotFound);
 }
 
 TEST_F(SqliteTest, ReaderWaitsThenReportsALockedDatabase) {
