@@ -35,8 +35,10 @@ TEST(InitDbCommand, CreatesThePlainSchemaAndOnlyWithDemoTheRows) {
     EXPECT_EQ(db.Count("SELECT count(*) FROM sqlite_master WHERE type NOT IN ('table','index') "
                        "OR upper(sql) LIKE '%COLLATE%'"), 0);
     // A row written by another tool: the engine numbers the key, Yes/No defaults to 0.
-    db.Exec("INSERT INTO IPropio (IdCliente) VALUES (1); INSERT INTO Demanda (IdCliente) VALUES (1)");
-    EXPECT_EQ(db.Rows("SELECT IdIPropio, Exclusividad FROM IPropio"), (std::vector<TextRow>{{"1", "0"}}));
+    db.Exec("INSERT INTO IPropio (IdCliente) VALUES (1);"
+            "INSERT INTO Demanda (IdCliente) VALUES (1)");
+    EXPECT_EQ(db.Rows("SELECT IdIPropio, Exclusividad FROM IPropio"),
+              (std::vector<TextRow>{{"1", "0"}}));
     EXPECT_EQ(db.Scalar("SELECT Amueblado FROM Demanda"), kNullText);
   }
   // The list picker numbers new rows itself only where the engine does not.
@@ -73,7 +75,8 @@ TEST(InitDbCommand, RefusesAnExistingFileAndAFailureLeavesNoFile) {
 
 TEST(TranslateCommand, PrintsOneLineOrFailsOnStandardError) {
   auto translate = [](jetsql::Dialect d, const std::string& sql, bool condition = false) {
-    return RunCommand([&](auto& out, auto& err) { return Translate({d, condition, sql}, out, err); });
+    return RunCommand(
+        [&](auto& out, auto& err) { return Translate({d, condition, sql}, out, err); });
   };
   const Result ok = translate(jetsql::Dialect::Sqlite, "SELECT * FROM T WHERE T.N LIKE '*luz*'");
   EXPECT_EQ(ok.status, kExitOk) << ok.err;
@@ -110,7 +113,8 @@ class SqlCommand : public ::testing::Test {
 
 TEST_F(SqlCommand, PrintsAHeaderAndTabSeparatedRowsOrJson) {
   Result r = RunSql(path_, "SELECT IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
-                           "FechaActualizacion, Notas, Exclusividad FROM IPropio ORDER BY IdIPropio");
+                           "FechaActualizacion, Notas, Exclusividad FROM IPropio "
+                           "ORDER BY IdIPropio");
   ASSERT_EQ(r.status, kExitOk) << r.err;
   EXPECT_EQ(r.out,
             "IdIPropio\tIdCliente\tPrecio\tSuperficie\tFechaAlta\tFechaActualizacion\tNotas\t"

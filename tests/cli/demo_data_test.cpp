@@ -29,7 +29,7 @@ TEST(DemoData, SameSeedGivesTheSameRowsAndAnotherSeedOtherRows) {
   }
   EXPECT_NE(a.tables().at("IPropio").rows, c.tables().at("IPropio").rows);
   EXPECT_NE(a.tables().at("Cliente").rows, c.tables().at("Cliente").rows);
-  EXPECT_EQ(cp::testing::CaughtError([] { (void)SizesFor(-1); }).number(), err::kInvalidProcedureCall);
+  EXPECT_EQ(cp::testing::ErrorNumberOf([] { (void)SizesFor(-1); }), err::kInvalidProcedureCall);
 }
 
 // One demo file, shared by the checks below.
@@ -44,7 +44,9 @@ class DemoFile : public ::testing::Test {
     delete db_;
     delete dir_;
   }
-  static long long Count(const std::string& sql) { return db_->Count("SELECT count(*) FROM " + sql); }
+  static long long Count(const std::string& from) {
+    return db_->Count("SELECT count(*) FROM " + from);
+  }
   static inline ScratchDir* dir_ = nullptr;
   static inline ScratchDb* db_ = nullptr;
 };
@@ -58,7 +60,8 @@ TEST_F(DemoFile, MultiValuedColumnsEndEachItemWithSemicolonBlank) {
   for (const auto& [table, column, lookup] : cases) {
     SCOPED_TRACE(std::string(table) + "." + column);
     std::set<std::string> known;
-    for (const auto& row : db_->Rows(std::string("SELECT Nombre FROM ") + lookup)) known.insert(row[0]);
+    for (const auto& row : db_->Rows(std::string("SELECT Nombre FROM ") + lookup))
+      known.insert(row[0]);
     int filled = 0, several = 0;
     for (const auto& row : db_->Rows(std::string("SELECT ") + column + " FROM " + table)) {
       const std::string& v = row[0];
@@ -119,16 +122,17 @@ TEST_F(DemoFile, EveryIdRefersToAnExistingRowAndLocationsAgreeWithTheJoinTables)
 
 TEST_F(DemoFile, DatesAreIsoTextAndTypicalValuesAreThere) {
   const std::regex iso(R"(\d{4}-\d{2}-\d{2}( \d{2}:\d{2}:\d{2})?)");
-  for (const std::string column : {"FechaAlta", "FechaActualizacion", "FechaBaja", "FechaTransmision"})
-    for (const auto& row : db_->Rows("SELECT " + column + " FROM IVendido WHERE " + column + " IS NOT NULL"))
-      ASSERT_TRUE(std::regex_match(row[0], iso)) << column << " " << row[0];
+  for (const std::string c : {"FechaAlta", "FechaActualizacion", "FechaBaja", "FechaTransmision"})
+    for (const auto& row : db_->Rows("SELECT " + c + " FROM IVendido WHERE " + c + " IS NOT NULL"))
+      ASSERT_TRUE(std::regex_match(row[0], iso)) << c << " " << row[0];
   EXPECT_GT(Count("IPropio WHERE FechaActualizacion LIKE '% __:__:__'"), 0);
   // Expiry dates on both sides of the data's present, for the "caducado" criterion.
   EXPECT_GT(Count("IPropio WHERE FechaBaja < '2025-12-31'"), 0);
   EXPECT_GT(Count("IPropio WHERE FechaBaja > '2025-12-31'"), 0);
   EXPECT_GT(Count("IPropio WHERE Precio IS NULL OR Huecos IS NULL"), 0);
   EXPECT_GT(db_->Count("SELECT length(Notas) FROM Cliente WHERE IdCliente = 7"), 20000);
-  EXPECT_EQ(db_->Scalar("SELECT Calefaccion FROM Calefaccion WHERE IdCalefaccion = 1"), "No se sabe");
+  EXPECT_EQ(db_->Scalar("SELECT Calefaccion FROM Calefaccion WHERE IdCalefaccion = 1"),
+            "No se sabe");
   EXPECT_EQ(Count("Agencia WHERE IdAgencia >= 1000000"), 1);
   EXPECT_GT(Count("Cliente WHERE Alias LIKE '%''%'"), 0);
 }

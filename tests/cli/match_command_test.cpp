@@ -85,7 +85,8 @@ TEST_F(MatchTest, CountsEqualCrossingOneByOne) {
     ASSERT_EQ(rows.size(), 4u);
     const std::string target = to.empty() ? (from == "Demandas" ? "Inm. Propios" : "Demandas") : to;
     for (const auto& row : rows)
-      EXPECT_EQ(row["coincidencias"].get<long>(), CrossCount(row["id"].get<std::int32_t>(), from, target))
+      EXPECT_EQ(row["coincidencias"].get<long>(),
+                CrossCount(row["id"].get<std::int32_t>(), from, target))
           << from << " " << row["id"];
   }
 }
@@ -106,7 +107,8 @@ TEST_F(MatchTest, TextOutputAndBadPairs) {
 // it, so that crossing finds rows from either side of the market.
 TEST_F(MatchTest, DemoDataCrossesBothWays) {
   ScratchDb db(db_);
-  for (const char* column : {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"})
+  for (const char* column :
+       {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"})
     EXPECT_EQ(db.Count(std::string("SELECT count(*) FROM Demanda WHERE ") + column + " IS NULL"), 0)
         << column;
   EXPECT_GT(db.Count("SELECT count(*) FROM Demanda WHERE Poblacion = ''"), 0);

@@ -45,8 +45,9 @@ class SelectionCommandsTest : public ::testing::Test {
 
   // The host query's output for a condition, through the sql subcommand.
   static std::string Rows(const std::string& entity, const std::string& condition) {
-    const Result r =
-        RunCommand([&](auto& out, auto& err) { return Sql({db_, false, HostQuery(entity, condition)}, out, err); });
+    const Result r = RunCommand([&](auto& out, auto& err) {
+      return Sql({db_, false, HostQuery(entity, condition)}, out, err);
+    });
     EXPECT_EQ(r.status, kExitOk) << r.err;
     return r.out;
   }
@@ -79,7 +80,8 @@ TEST_F(SelectionCommandsTest, ConditionsRunAndQueryPrintsTheRows) {
                            "dtpAlta(0)=2010-01-01"}},
       {"Inm. Vendidos", {"cboEn=Propietario", "txtPalabras=garcía", "chkTransmitido=0"}},
       {"Demandas", {"txtPais=España", "txtProvincia=Madrid", "txtPrecio(0)=150.000",
-                    "txtSuper(0)=90", "txtBanios=2", "chkNuevo=1", "cboEn=Notas", "txtPalabras=luz"}},
+                    "txtSuper(0)=90", "txtBanios=2", "chkNuevo=1", "cboEn=Notas",
+                    "txtPalabras=luz"}},
       {"Demandas", {"txtCalefaccion=No se sabe", "txtCategorias=Lujo; Terraza", "chkCategorias=1",
                     "chkIntAgencia=0"}},
   };

@@ -52,7 +52,8 @@ Result RunCommand(Command&& command) {
 
 // init-db into path; fails the test when it does not succeed.
 inline void MakeDb(const std::string& path, bool demo, int size) {
-  const Result r = RunCommand([&](auto& out, auto& err) { return InitDb({path, demo, size}, out, err); });
+  const Result r =
+      RunCommand([&](auto& out, auto& err) { return InitDb({path, demo, size}, out, err); });
   ASSERT_EQ(r.status, kExitOk) << r.err;
 }
 

@@ -140,7 +140,8 @@ TEST_F(ListPickerTest, CancelOrNullGivesBackExactlyTheTextPassedIn) {
 TEST_F(ListPickerTest, FailureInsideTheListIsReportedClearsTheTextAndLeavesModalFlagSet) {
   ScriptedListPickerRegistration picker(ListPickerAnswer::Fail(3021, "No hay registro actual."));
   EXPECT_EQ(OpenZones("Centro; "), "");
-  EXPECT_EQ(OnlyMessage(), GenericText("VerListadoMult de RutinasErr", 3021, "No hay registro actual."));
+  EXPECT_EQ(OnlyMessage(),
+            GenericText("VerListadoMult de RutinasErr", 3021, "No hay registro actual."));
   EXPECT_TRUE(gModalAbierto()) << "the flag stays set when the list fails";
   EXPECT_NE(Log().find("VerListadoMult de RutinasErr [3021] No hay registro actual."),
             std::string::npos);

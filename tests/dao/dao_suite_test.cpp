@@ -147,8 +147,9 @@ TEST_P(DaoSuite, EmptyResultIsAtBothEndsAndAFieldFollowsTheRecordUntilClose) {
     EXPECT_EQ(rs.RecordCount(), 0);
     EXPECT_EQ(ErrorNumberOf([&] { rs.Fields("Nombre").Value(); }), daoerr::kNoCurrentRecord);
     EXPECT_EQ(ErrorNumberOf([&] { rs.MoveNext(); }), daoerr::kNoCurrentRecord);
-    if (type == dbOpenSnapshot)
+    if (type == dbOpenSnapshot) {
       EXPECT_EQ(ErrorNumberOf([&] { rs.MoveFirst(); }), daoerr::kNoCurrentRecord);
+    }
 
     auto full = db_->OpenRecordset("SELECT IdZona, Nombre FROM Zona ORDER BY IdZona", type);
     const Field nombre = full.Fields("NOMBRE");
@@ -252,10 +253,11 @@ TEST_P(DaoSuite, EngineErrorsBecomeDaoErrorsNamingTheCulprit) {
     EXPECT_EQ(e.number(), table ? daoerr::kTableNotFound : daoerr::kTooFewParameters) << sql;
     EXPECT_THAT(e.description(), HasSubstr(table ? "'Nada'" : "Fantasma"));
     EXPECT_EQ(e.source(), kDatabaseSource);
-    if (table)
+    if (table) {
       EXPECT_EQ(e.description(),
                 "El motor de base de datos no encuentra la tabla o consulta de entrada 'Nada'. "
                 "Asegúrese de que existe y de que su nombre está escrito correctamente.");
+    }
   }
   // Straight to the engine: SQL that a translator would never produce.
   auto engine = OpenEngine(connection_);
@@ -272,7 +274,8 @@ TEST_P(DaoSuite, ClosedDatabaseIsNoLongerValid) {
   auto rs = db_->OpenRecordset("SELECT Nombre FROM Zona ORDER BY IdZona");
   db_->Close();
   EXPECT_EQ(rs.Fields("Nombre").Value(), Variant("Madrid")) << "open recordsets keep their rows";
-  EXPECT_EQ(ErrorNumberOf([&] { db_->OpenRecordset("SELECT * FROM Zona"); }), daoerr::kObjectInvalid);
+  EXPECT_EQ(ErrorNumberOf([&] { db_->OpenRecordset("SELECT * FROM Zona"); }),
+            daoerr::kObjectInvalid);
   EXPECT_EQ(ErrorNumberOf([&] { db_->Name(); }), daoerr::kObjectInvalid);
   EXPECT_EQ(ErrorNumberOf([&] { db_->Close(); }), daoerr::kObjectInvalid);
 }

@@ -124,10 +124,12 @@ TEST_F(SqliteTest, NativeStatementsReadRowsRollBackAndCarryDaoNumbers) {
   EXPECT_EQ(syntax.number(), dao::daoerr::kSyntaxInQuery);
   EXPECT_THAT(syntax.description(), HasSubstr("TABLA"));
   EXPECT_EQ(syntax.source(), "SQLite");
-  EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT * FROM Nada"); }), dao::daoerr::kTableNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT * FROM Nada"); }),
+            dao::daoerr::kTableNotFound);
   EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT 1; SELECT 2"); }),
             dao::daoerr::kTextAfterStatement);
-  EXPECT_EQ(ErrorNumberOf([&] { NativeDatabase(PathOf("nueva.sqlite")); }), dao::daoerr::kFileNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { NativeDatabase(PathOf("nueva.sqlite")); }),
+            dao::daoerr::kFileNotFound);
 }
 
 TEST_F(SqliteTest, ReaderWaitsThenReportsALockedDatabase) {

@@ -1,6 +1,6 @@
-// Jet text in, SQLite or PostgreSQL text out, grouped by construct. What the SQL means is checked by
-// running it in sqlite_semantics_test.cpp; these tables pin the shape: index-friendly id
-// comparisons, where the collation and the functions go, and Jet's precedence kept.
+// Jet text in, SQLite or PostgreSQL text out, grouped by construct. What the SQL means is
+// checked by running it in sqlite_semantics_test.cpp; these tables pin the shape:
+// index-friendly id comparisons, where the collation and the functions go, Jet's precedence.
 #include <gtest/gtest.h>
 
 #include "platform/jetsql/literals.h"

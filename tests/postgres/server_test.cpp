@@ -179,7 +179,9 @@ struct Random : sample::SplitMix64 {
   using SplitMix64::SplitMix64;
   int Below(int n) { return static_cast<int>(SplitMix64::Below(n)); }
   template <class T>
-  T Pick(const std::vector<T>& v) { return v[static_cast<std::size_t>(Below(static_cast<int>(v.size())))]; }
+  T Pick(const std::vector<T>& v) {
+    return v[static_cast<std::size_t>(Below(static_cast<int>(v.size())))];
+  }
 };
 
 const std::vector<std::string> kContactEntities = {"Clientes", "Clientes Archivados", "Agencias"};
@@ -244,10 +246,12 @@ std::vector<std::string> PropertyState(Random& r, bool demand) {
       {"txtAltura", 15, 0, 4, ""},  {"txtHuecos", 15, 0, 4, ""}, {"txtAseos", 15, 0, 4, ""},
       {"txtBanios", 15, 0, 4, ""},  {"txtGaraje", 15, 0, 4, ""}};
   for (const auto& [box, chance, from, span, unit] : boxes)
-    if (r.Percent(chance)) sets.push_back(std::string(box) + "=" + std::to_string(from + r.Below(span)) + unit);
+    if (r.Percent(chance))
+      sets.push_back(std::string(box) + "=" + std::to_string(from + r.Below(span)) + unit);
   for (const char* check : {"chkAmueblado", "chkNuevo", "chkTrastero", "chkComercial",
                             "chkIndustrial", "chkExclusiva", "chkTransmitido", "chkCaducado"})
-    if (!demand && r.Percent(20)) sets.push_back(std::string(check) + "=" + std::to_string(r.Below(3)));
+    if (!demand && r.Percent(20))
+      sets.push_back(std::string(check) + "=" + std::to_string(r.Below(3)));
   Common(r, sets, false);
   return sets;
 }
