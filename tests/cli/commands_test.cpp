@@ -6,55 +6,45 @@
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
+#include "platform/dao/connect.h"
+#include "platform/dao/database.h"
 #include "tests/cli/test_db.h"
 
 namespace cp::cli {
 namespace {
 
-using testing::ScratchDb;
-using testing::ScratchDir;
-
-using testing::Result;
+using namespace testing;
 
 Result RunInitDb(const InitDbOptions& o) {
-  std::ostringstream out, err;
-  const int status = InitDb(o, out, err);
-  return {status, out.str(), err.str()};
+  return RunCommand([&](auto& out, auto& err) { return InitDb(o, out, err); });
 }
-
 Result RunSql(const std::string& db, const std::string& statement, bool json = false) {
-  std::ostringstream out, err;
-  const int status = Sql({db, json, statement}, out, err);
-  return {status, out.str(), err.str()};
+  return RunCommand([&](auto& out, auto& err) { return Sql({db, json, statement}, out, err); });
 }
 
-Result RunTranslate(jetsql::Dialect dialect, const std::string& sql, bool condition = false) {
-  std::ostringstream out, err;
-  const int status = Translate({dialect, condition, sql}, out, err);
-  return {status, out.str(), err.str()};
-}
-
-TEST(InitDbCommand, RefusesToOverwriteAnExistingFile) {
-  ScratchDir dir;
-  const std::string path = dir.File("datos.db");
-  std::ofstream(path) << "not a database, but somebody's file";
-  const Result r = RunInitDb({path, true, 10});
-  EXPECT_EQ(r.status, kExitError);
-  EXPECT_NE(r.err.find("ya existe"), std::string::npos) << r.err;
-  EXPECT_EQ(r.out, "");
-  std::ifstream in(path);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}),
-            "not a database, but somebody's file");
-}
-
-TEST(InitDbCommand, CreatesTheSchemaAndOnlyWithDemoTheRows) {
+TEST(InitDbCommand, CreatesThePlainSchemaAndOnlyWithDemoTheRows) {
   ScratchDir dir;
   const Result empty = RunInitDb({dir.File("vacia.db"), false, 2000});
   ASSERT_EQ(empty.status, kExitOk) << empty.err;
   EXPECT_EQ(empty.err, "");
-  EXPECT_EQ(ScratchDb(dir.File("vacia.db")).Count("SELECT count(*) FROM Pais"), 0);
+  {
+    ScratchDb db(dir.File("vacia.db"));
+    EXPECT_EQ(db.Count("SELECT count(*) FROM Pais"), 0);
+    // Only tables and indexes, nothing that needs our collations: any SQLite tool writes it.
+    EXPECT_EQ(db.Count("SELECT count(*) FROM sqlite_master WHERE type NOT IN ('table','index') "
+                       "OR upper(sql) LIKE '%COLLATE%'"), 0);
+    // A row written by another tool: the engine numbers the key, Yes/No defaults to 0.
+    db.Exec("INSERT INTO IPropio (IdCliente) VALUES (1);"
+            "INSERT INTO Demanda (IdCliente) VALUES (1)");
+    EXPECT_EQ(db.Rows("SELECT IdIPropio, Exclusividad FROM IPropio"),
+              (std::vector<TextRow>{{"1", "0"}}));
+    EXPECT_EQ(db.Scalar("SELECT Amueblado FROM Demanda"), kNullText);
+  }
+  // The list picker numbers new rows itself only where the engine does not.
+  auto dao = dao::OpenDatabase(dir.File("vacia.db"));
+  EXPECT_NE(dao->TableDefs("Zona").Fields("IdZona").Attributes() & dao::dbAutoIncrField, 0);
+  EXPECT_EQ(dao->TableDefs("IPropio").Fields("IdCliente").Attributes() & dao::dbAutoIncrField, 0);
 
   const Result demo = RunInitDb({dir.File("demo.db"), true, 40});
   ASSERT_EQ(demo.status, kExitOk) << demo.err;
@@ -64,34 +54,41 @@ TEST(InitDbCommand, CreatesTheSchemaAndOnlyWithDemoTheRows) {
   EXPECT_EQ(db.Count("SELECT count(*) FROM Demanda"), 20);
 }
 
-TEST(InitDbCommand, AFailureLeavesNoFileBehind) {
+TEST(InitDbCommand, RefusesAnExistingFileAndAFailureLeavesNoFile) {
   ScratchDir dir;
-  const std::string missing_folder = dir.File("no/existe/datos.db");
-  const Result r = RunInitDb({missing_folder, true, 10});
+  const std::string path = dir.File("datos.db");
+  std::ofstream(path) << "somebody's file";
+  Result r = RunInitDb({path, true, 10});
   EXPECT_EQ(r.status, kExitError);
-  EXPECT_FALSE(r.err.empty());
-  EXPECT_FALSE(std::filesystem::exists(missing_folder));
-
-  const Result negative = RunInitDb({dir.File("negativo.db"), true, -5});
-  EXPECT_EQ(negative.status, kExitError);
-  EXPECT_FALSE(std::filesystem::exists(dir.File("negativo.db")));
+  EXPECT_NE(r.err.find("ya existe"), std::string::npos) << r.err;
+  EXPECT_EQ(r.out, "");
+  std::ifstream in(path);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "somebody's file");
+  for (const InitDbOptions& o : {InitDbOptions{dir.File("no/existe/datos.db"), true, 10},
+                                 InitDbOptions{dir.File("negativo.db"), true, -5}}) {
+    r = RunInitDb(o);
+    EXPECT_EQ(r.status, kExitError) << o.db;
+    EXPECT_FALSE(r.err.empty()) << o.db;
+    EXPECT_FALSE(std::filesystem::exists(o.db));
+  }
 }
 
 TEST(TranslateCommand, PrintsOneLineOrFailsOnStandardError) {
-  const Result ok = RunTranslate(jetsql::Dialect::Sqlite,
-                                 "SELECT IPropio.* FROM IPropio WHERE IPropio.Notas LIKE '*luz*'");
+  auto translate = [](jetsql::Dialect d, const std::string& sql, bool condition = false) {
+    return RunCommand(
+        [&](auto& out, auto& err) { return Translate({d, condition, sql}, out, err); });
+  };
+  const Result ok = translate(jetsql::Dialect::Sqlite, "SELECT * FROM T WHERE T.N LIKE '*luz*'");
   EXPECT_EQ(ok.status, kExitOk) << ok.err;
   ASSERT_FALSE(ok.out.empty());
   EXPECT_EQ(ok.out.find('\n'), ok.out.size() - 1) << ok.out;
   EXPECT_EQ(ok.err, "");
-
-  const Result condition = RunTranslate(jetsql::Dialect::Postgres,
-                                        "IsNull(IPropio.IdZona) OR IPropio.Huecos >= 3", true);
+  const Result condition =
+      translate(jetsql::Dialect::Postgres, "IsNull(IPropio.IdZona) OR IPropio.Huecos >= 3", true);
   EXPECT_EQ(condition.status, kExitOk) << condition.err;
   EXPECT_EQ(condition.out.find("SELECT"), std::string::npos) << condition.out;
-
   for (const char* bad : {"SELECT * FROM", "SELECT a FROM t WHERE (b = 1", "DELETE"}) {
-    const Result r = RunTranslate(jetsql::Dialect::Sqlite, bad);
+    const Result r = translate(jetsql::Dialect::Sqlite, bad);
     EXPECT_EQ(r.status, kExitError) << bad;
     EXPECT_EQ(r.out, "") << bad;
     EXPECT_FALSE(r.err.empty()) << bad;
@@ -103,9 +100,8 @@ class SqlCommand : public ::testing::Test {
  protected:
   void SetUp() override {
     path_ = dir_.File("sql.db");
-    ASSERT_EQ(RunInitDb({path_, false, 0}).status, kExitOk);
-    ScratchDb db(path_);
-    db.Exec(
+    MakeDb(path_, false, 0);
+    ScratchDb(path_).Exec(
         "INSERT INTO IPropio (IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
         "FechaActualizacion, Notas, Exclusividad, Huecos) VALUES "
         "(1, 3, 125000, 80.5, '2024-03-01', '2024-03-05 17:45:00', 'Dos\tlíneas\nvistas "
@@ -115,11 +111,10 @@ class SqlCommand : public ::testing::Test {
   std::string path_;
 };
 
-TEST_F(SqlCommand, PrintsAHeaderAndTabSeparatedRows) {
-  const Result r =
-      RunSql(path_,
-             "SELECT IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
-             "FechaActualizacion, Notas, Exclusividad FROM IPropio ORDER BY IdIPropio");
+TEST_F(SqlCommand, PrintsAHeaderAndTabSeparatedRowsOrJson) {
+  Result r = RunSql(path_, "SELECT IdIPropio, IdCliente, Precio, Superficie, FechaAlta, "
+                           "FechaActualizacion, Notas, Exclusividad FROM IPropio "
+                           "ORDER BY IdIPropio");
   ASSERT_EQ(r.status, kExitOk) << r.err;
   EXPECT_EQ(r.out,
             "IdIPropio\tIdCliente\tPrecio\tSuperficie\tFechaAlta\tFechaActualizacion\tNotas\t"
@@ -127,38 +122,21 @@ TEST_F(SqlCommand, PrintsAHeaderAndTabSeparatedRows) {
             "1\t3\t125000\t80.5\t2024-03-01\t2024-03-05 17:45:00\tDos\\tlíneas\\nvistas al mar\t1\n"
             "2\t\t\t\t\t\t\t0\n");
   EXPECT_EQ(r.err, "");
-}
-
-TEST_F(SqlCommand, JsonGivesAnArrayOfObjectsWithNulls) {
-  const Result r = RunSql(path_,
-                          "SELECT IdIPropio, Precio, Superficie, FechaActualizacion, Exclusividad, "
-                          "Notas FROM IPropio WHERE IdIPropio >= 1 ORDER BY IdIPropio DESC",
-                          true);
+  r = RunSql(path_, "SELECT IdIPropio, Precio, Superficie, FechaActualizacion, Exclusividad, "
+                    "Notas FROM IPropio WHERE IdIPropio >= 1 ORDER BY IdIPropio DESC", true);
   ASSERT_EQ(r.status, kExitOk) << r.err;
-  const auto rows = nlohmann::json::parse(r.out);
-  ASSERT_TRUE(rows.is_array());
-  ASSERT_EQ(rows.size(), 2u);
-  EXPECT_EQ(rows[0]["IdIPropio"], 2);
-  EXPECT_TRUE(rows[0]["Precio"].is_null());
-  EXPECT_EQ(rows[0]["Exclusividad"], false);
-  EXPECT_EQ(rows[1]["Precio"], 125000.0);
-  EXPECT_EQ(rows[1]["Superficie"], 80.5);
-  EXPECT_EQ(rows[1]["FechaActualizacion"], "2024-03-05 17:45:00");
-  EXPECT_EQ(rows[1]["Exclusividad"], true);
-  EXPECT_EQ(rows[1]["Notas"], "Dos\tlíneas\nvistas al mar");
-
-  const Result none = RunSql(path_, "SELECT IdIPropio FROM IPropio WHERE IdIPropio = 99", true);
-  EXPECT_EQ(none.status, kExitOk);
-  EXPECT_EQ(nlohmann::json::parse(none.out), nlohmann::json::array());
-}
-
-TEST_F(SqlCommand, JetSemanticsApplyToTheStatement) {
+  EXPECT_EQ(nlohmann::json::parse(r.out), nlohmann::json::parse(R"([
+      {"IdIPropio": 2, "Precio": null, "Superficie": null, "FechaActualizacion": null,
+       "Exclusividad": false, "Notas": null},
+      {"IdIPropio": 1, "Precio": 125000.0, "Superficie": 80.5,
+       "FechaActualizacion": "2024-03-05 17:45:00", "Exclusividad": true,
+       "Notas": "Dos\tlíneas\nvistas al mar"}])"));
+  r = RunSql(path_, "SELECT IdIPropio FROM IPropio WHERE IdIPropio = 99", true);
+  EXPECT_EQ(nlohmann::json::parse(r.out), nlohmann::json::array());
   // Case-insensitive LIKE with Jet's wildcard and a Jet date literal.
-  const Result r = RunSql(path_,
-                          "SELECT IdIPropio FROM IPropio WHERE Notas LIKE '*VISTAS*' AND "
-                          "FechaAlta >= #02/28/24#");
-  ASSERT_EQ(r.status, kExitOk) << r.err;
-  EXPECT_EQ(r.out, "IdIPropio\n1\n");
+  r = RunSql(path_, "SELECT IdIPropio FROM IPropio WHERE Notas LIKE '*VISTAS*' AND "
+                    "FechaAlta >= #02/28/24#");
+  EXPECT_EQ(r.out, "IdIPropio\n1\n") << r.err;
 }
 
 TEST_F(SqlCommand, UnknownNamesAndFilesFailWithTheDaoMessage) {
@@ -176,8 +154,7 @@ TEST_F(SqlCommand, UnknownNamesAndFilesFailWithTheDaoMessage) {
     EXPECT_NE(r.err.find(c.culprit), std::string::npos) << r.err;
     EXPECT_EQ(r.err.rfind(c.number, 0), 0u) << r.err;
   }
-  // Looking at a missing file must not create it.
-  EXPECT_FALSE(std::filesystem::exists(dir_.File("falta.db")));
+  EXPECT_FALSE(std::filesystem::exists(dir_.File("falta.db"))) << "looking must not create it";
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
 #pragma once
-// Helpers of the tool's tests: a scratch folder removed at the end, and the scratch
-// database helper to read the files the tool writes.
+// Helpers of the tool's tests: a scratch folder removed at the end, a subcommand's result,
+// and the scratch database helper to read the files the tool writes.
+#include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
+#include "cli/commands.h"
 #include "tests/support/scratch_db.h"
 
 // The tool's tests also cover the sample library the tool builds its databases with.
@@ -16,6 +18,10 @@ using namespace cp::sample;
 
 namespace cp::cli::testing {
 
+using cp::testing::kNullText;
+using cp::testing::ScratchDb;
+using cp::testing::TextRow;
+
 class ScratchDir {
  public:
   ScratchDir() {
@@ -23,10 +29,7 @@ class ScratchDir {
     if (!mkdtemp(pattern.data())) throw std::runtime_error("mkdtemp");
     path_ = pattern;
   }
-  ~ScratchDir() {
-    std::error_code ec;
-    std::filesystem::remove_all(path_, ec);
-  }
+  ~ScratchDir() { std::error_code ec; std::filesystem::remove_all(path_, ec); }
   std::string File(const std::string& name) const { return (path_ / name).string(); }
 
  private:
@@ -39,8 +42,19 @@ struct Result {
   std::string out, err;
 };
 
-using cp::testing::kNullText;
-using cp::testing::ScratchDb;
-using cp::testing::TextRow;
+// Runs command(out, err), which returns the exit status.
+template <class Command>
+Result RunCommand(Command&& command) {
+  std::ostringstream out, err;
+  const int status = command(out, err);
+  return {status, out.str(), err.str()};
+}
+
+// init-db into path; fails the test when it does not succeed.
+inline void MakeDb(const std::string& path, bool demo, int size) {
+  const Result r =
+      RunCommand([&](auto& out, auto& err) { return InitDb({path, demo, size}, out, err); });
+  ASSERT_EQ(r.status, kExitOk) << r.err;
+}
 
 }  // namespace cp::cli::testing

@@ -8,57 +8,35 @@ namespace {
 using SqlTextTest = CommonTest;
 
 TEST_F(SqlTextTest, ComillaDoublesQuotesThenTakesBarsOutOfTheLiteral) {
-  const std::pair<std::string, std::string> rows[] = {
-      {"", ""},
-      {"Madrid", "Madrid"},
-      {"O'Brien", "O''Brien"},
-      {"''", "''''"},
-      {"|", "' + chr(124) + '"},
-      {"a||b", "a' + chr(124) + '' + chr(124) + 'b"},
+  const std::tuple<std::string, std::string, std::string> rows[] = {  // text, Comilla, ComillaSQL
+      {"", "", "''"}, {"Madrid", "Madrid", "'Madrid'"}, {"O'Brien", "O''Brien", "'O''Brien'"},
+      {"''", "''''", "''''''"}, {"|", "' + chr(124) + '", "'' + chr(124) + ''"},
+      {"a||b", "a' + chr(124) + '' + chr(124) + 'b", "'a' + chr(124) + '' + chr(124) + 'b'"},
       // Quotes first: the quotes that the bar's replacement brings are not doubled.
-      {"|'", "' + chr(124) + '''"},
-      {"a|b'c", "a' + chr(124) + 'b''c"},
+      {"|'", "' + chr(124) + '''", "'' + chr(124) + ''''"},
+      {"O'Brien|2", "O''Brien' + chr(124) + '2", "'O''Brien' + chr(124) + '2'"},
       // Wildcards stay wildcards; other text passes through untouched.
-      {"*Ávila?#[a-c][!x]\"%_", "*Ávila?#[a-c][!x]\"%_"},
+      {"*Ávila?#[a-c][!x]\"%_", "*Ávila?#[a-c][!x]\"%_", "'*Ávila?#[a-c][!x]\"%_'"},
   };
-  for (const auto& [in, out] : rows) EXPECT_EQ(Comilla(in), out) << in;
+  for (const auto& [in, comilla, sql] : rows) {
+    EXPECT_EQ(Comilla(in), comilla) << in;
+    EXPECT_EQ(ComillaSQL(in), sql) << in;
+  }
   EXPECT_TRUE(messenger_->shown().empty());
 }
 
-TEST_F(SqlTextTest, ComillaSqlMakesACompleteLiteral) {
-  const std::pair<std::string, std::string> rows[] = {
-      {"", "''"},
-      {"|", "'' + chr(124) + ''"},
-      {"O'Brien|2", "'O''Brien' + chr(124) + '2'"},
-      {"Peñíscola", "'Peñíscola'"},
+TEST_F(SqlTextTest, PaddingFillsWithZerosNeverCutsAndReportsOverflow) {
+  const std::tuple<std::string, std::int16_t, std::string> rows[] = {
+      {"42", 5, "00042"}, {"42", 2, "42"}, {"12345", 3, "12345"}, {"", 3, "000"},
+      {"42", 0, "42"},    {"42", -5, "42"}, {"", 0, ""},          {"ñ", 3, "00ñ"},
+      {"", -32768, ""},   {"7", 32767, std::string(32766, '0') + "7"},
+      {std::string(40000, '9'), 32767, std::string(40000, '9')},
   };
-  for (const auto& [in, out] : rows) EXPECT_EQ(ComillaSQL(in), out) << in;
-}
-
-TEST_F(SqlTextTest, PaddingFillsWithZerosAndNeverCuts) {
-  struct Row {
-    std::string text;
-    std::int16_t width;
-    std::string out;
-  };
-  const Row rows[] = {
-      {"42", 5, "00042"},      {"42", 2, "42"},         {"12345", 3, "12345"},
-      {"", 3, "000"},          {"42", 0, "42"},         {"42", -5, "42"},
-      {"", 0, ""},             {"ñ", 3, "00ñ"},         {"", -32768, ""},
-      {"7", 32767, std::string(32766, '0') + "7"},
-  };
-  for (const auto& row : rows) EXPECT_EQ(Padding(row.text, row.width), row.out) << row.text;
+  for (const auto& [text, width, out] : rows) EXPECT_EQ(Padding(text, width), out) << text;
   EXPECT_TRUE(messenger_->shown().empty());
-  const std::string long_text(40000, '9');
-  EXPECT_EQ(Padding(long_text, 32767), long_text);
-}
-
-TEST_F(SqlTextTest, PaddingBeyondSixteenBitsIsReportedAndGivesNothing) {
-  const std::pair<std::string, std::int16_t> rows[] = {
-      {"x", -32768},
-      {std::string(70000, '1'), 0},
-  };
-  for (const auto& [text, width] : rows) {
+  // Beyond sixteen bits: reported through the handler, and nothing comes back.
+  for (const auto& [text, width] : {std::pair<std::string, std::int16_t>{"x", -32768},
+                                    {std::string(70000, '1'), 0}}) {
     messenger_->ClearShown();
     std::filesystem::remove(LogFile());
     EXPECT_EQ(Padding(text, width), "");

@@ -1,8 +1,13 @@
 #pragma once
 // The engines the DAO suite runs over. A backend makes fresh empty databases and writes the
-// suite's tables in its own native SQL, so the same DAO tests can run on every engine.
+// suite's tables in its own native SQL, so the same DAO tests can run on every engine:
+// SQLite in temporary files, and the test server under a C and a UTF-8 default collation.
+#include <unistd.h>
+
 #include <charconv>
+#include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -11,44 +16,76 @@
 #include "platform/core/date.h"
 #include "platform/core/string_functions.h"
 #include "platform/core/variant.h"
+#include "platform/dao/types.h"
+#include "platform/postgres/session.h"
+#include "platform/sqlite/native.h"
+#include "tests/support/pg_server.h"
 
 namespace cp::dao::testing {
 
 class TestBackend {
  public:
-  virtual ~TestBackend() = default;
-  // A new, empty database; returns its connection text (for OpenDatabase).
-  virtual std::string CreateDatabase() = 0;
-  // Runs native SQL on a database made by CreateDatabase.
-  virtual void Execute(const std::string& connection, const std::string& sql) = 0;
-  // The native declaration of a column of a DAO type (and size, for text).
-  virtual std::string Declare(int daoType, long size = 0) const = 0;
-  // The declaration of a key that the engine numbers itself.
-  virtual std::string AutoIncrementKey() const = 0;
-  // The declaration of an integer key that the engine does not number itself.
-  virtual std::string PlainKey() const = 0;
-  // A native literal for a value (text quoted, dates as stored, Yes/No as the engine keeps it).
-  virtual std::string Literal(const Variant& value) const = 0;
-};
-
-// The literal both engines share but for dates, which open with datePrefix ("'" or
-// "TIMESTAMP '") and hold the ISO text.
-inline std::string NativeLiteral(const Variant& value, const std::string& datePrefix) {
-  switch (value.type()) {
-    case Variant::Type::Null:
-    case Variant::Type::Empty: return "NULL";
-    case Variant::Type::Boolean: return value.AsBool() ? "1" : "0";
-    case Variant::Type::Integer: return std::to_string(value.AsInteger());
-    case Variant::Type::Long: return std::to_string(value.AsLong());
-    case Variant::Type::Double: {
-      char buffer[40];  // to_chars: SQL wants "." whatever the locale
-      const auto end = std::to_chars(buffer, buffer + sizeof buffer, value.AsDouble()).ptr;
-      return std::string(buffer, end);
-    }
-    case Variant::Type::Date: return datePrefix + IsoDate(value.AsDate()) + "'";
-    default: return "'" + Replace(value.AsString(), "'", "''") + "'";
+  // The native names of the DAO types (text takes its size), the two kinds of integer key,
+  // and how a date literal opens.
+  struct Dialect {
+    std::map<int, std::string> types;
+    std::string autoKey, plainKey, datePrefix;
+  };
+  explicit TestBackend(Dialect d, std::string serverDatabase = "")
+      : d_(std::move(d)), server_(std::move(serverDatabase)) {}
+  ~TestBackend() {
+    std::error_code ec;
+    for (const auto& f : files_) std::filesystem::remove(f, ec);
   }
-}
+
+  // A new, empty database; returns its connection text (for OpenDatabase).
+  std::string CreateDatabase() {
+    if (!server_.empty()) return cp::testing::CreateServerDatabase(server_, true);
+    static int counter = 0;
+    const auto path = std::filesystem::temp_directory_path() /
+        ("cp_dao_" + std::to_string(::getpid()) + "_" + std::to_string(++counter) + ".sqlite");
+    std::filesystem::remove(path);
+    files_.push_back(path.string());
+    sqlite::NativeDatabase(path.string(), sqlite::NativeDatabase::Mode::CreateIfMissing);
+    return path.string();
+  }
+  // Runs native SQL on a database made by CreateDatabase.
+  void Execute(const std::string& connection, const std::string& sql) {
+    if (server_.empty()) return sqlite::NativeDatabase(connection).ExecuteNative(sql);
+    auto& session = sessions_[connection];
+    if (!session)
+      session = std::make_unique<postgres::Session>(connection, postgres::Session::Purpose::Tool);
+    session->Execute(sql);
+  }
+  std::string Declare(int daoType, long size = 0) const {
+    const std::string& name = d_.types.at(daoType);
+    return daoType == dbText ? name + "(" + std::to_string(size) + ")" : name;
+  }
+  std::string AutoIncrementKey() const { return d_.autoKey; }
+  std::string PlainKey() const { return d_.plainKey; }
+  // A native literal: text quoted, dates as stored, Yes/No as 0 or 1.
+  std::string Literal(const Variant& value) const {
+    switch (value.type()) {
+      case Variant::Type::Null:
+      case Variant::Type::Empty: return "NULL";
+      case Variant::Type::Boolean: return value.AsBool() ? "1" : "0";
+      case Variant::Type::Integer: return std::to_string(value.AsInteger());
+      case Variant::Type::Long: return std::to_string(value.AsLong());
+      case Variant::Type::Double: {
+        char buffer[40];  // to_chars: SQL wants "." whatever the locale
+        return std::string(buffer, std::to_chars(buffer, buffer + 40, value.AsDouble()).ptr);
+      }
+      case Variant::Type::Date: return d_.datePrefix + IsoDate(value.AsDate()) + "'";
+      default: return "'" + Replace(value.AsString(), "'", "''") + "'";
+    }
+  }
+
+ private:
+  Dialect d_;
+  std::string server_;
+  std::vector<std::string> files_;
+  std::map<std::string, std::unique_ptr<postgres::Session>> sessions_;
+};
 
 struct BackendParam {
   std::string name;
@@ -57,9 +94,26 @@ struct BackendParam {
 
 inline void PrintTo(const BackendParam& param, std::ostream* out) { *out << param.name; }
 
-// Every engine this build can test: SQLite, then the server backends.
-std::vector<BackendParam> AllBackends();
-// The PostgreSQL backends, empty when no test server runs.
-std::vector<BackendParam> ServerBackends();
+// Every engine this build can test: SQLite, then the server's databases when it runs.
+inline std::vector<BackendParam> AllBackends() {
+  static const TestBackend::Dialect sqlite = {
+      {{dbText, "VARCHAR"}, {dbMemo, "TEXT"}, {dbLong, "INTEGER"}, {dbInteger, "SMALLINT"},
+       {dbByte, "TINYINT"}, {dbBoolean, "BOOLEAN"}, {dbDouble, "DOUBLE"},
+       {dbCurrency, "CURRENCY"}, {dbDate, "DATETIME"}},
+      "INTEGER PRIMARY KEY AUTOINCREMENT", "INTEGER PRIMARY KEY", "'"};
+  static const TestBackend::Dialect server = {
+      {{dbText, "varchar"}, {dbMemo, "text"}, {dbLong, "integer"}, {dbInteger, "smallint"},
+       {dbByte, "jet_byte"}, {dbBoolean, "jet_yesno"}, {dbDouble, "double precision"},
+       {dbCurrency, "numeric(19,4)"}, {dbDate, "timestamp"}},
+      "integer GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY", "integer PRIMARY KEY",
+      "TIMESTAMP '"};
+  std::vector<BackendParam> all = {
+      {"Sqlite", [] { return std::make_unique<TestBackend>(sqlite); }}};
+  if (cp::testing::TestServer())
+    for (const std::string& db : cp::testing::ServerTemplates())
+      all.push_back({"Postgres_" + db.substr(3),
+                     [db] { return std::make_unique<TestBackend>(server, db); }});
+  return all;
+}
 
 }  // namespace cp::dao::testing

@@ -8,6 +8,7 @@
 #include "platform/dao/dao_errors.h"
 #include "platform/dao/types.h"
 #include "platform/sqlite/connection.h"
+#include "tests/support/errors.h"
 
 namespace cp::dao {
 namespace {
@@ -53,27 +54,23 @@ TEST(DaoErrors, SqliteFailuresMapToDaoNumbers) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.message);
-    try {
+    const Error e = cp::testing::CaughtError([&] {
       RaiseEngineError(sqlite::DescribeFailure(c.rc, c.message, file), "SELECT x", c.context,
                        kRecordsetSource);
-      ADD_FAILURE() << "no error raised";
-    } catch (const Error& e) {
-      EXPECT_EQ(e.number(), c.number);
-      EXPECT_THAT(e.description(), HasSubstr(c.named));
-      EXPECT_EQ(e.description().find("main."), std::string::npos);
-      EXPECT_EQ(e.engine_code(), "SQLite " + std::to_string(c.rc));
-    }
+    });
+    EXPECT_EQ(e.number(), c.number);
+    EXPECT_THAT(e.description(), HasSubstr(c.named));
+    EXPECT_EQ(e.description().find("main."), std::string::npos);
+    EXPECT_EQ(e.engine_code(), "SQLite " + std::to_string(c.rc));
   }
 }
 
-struct DeclarationCase {
-  const char* declared;
-  int type;
-  long size;
-};
-
 TEST(DaoTypes, DeclaredTypesMapToDaoCodes) {
-  const std::vector<DeclarationCase> cases = {
+  const struct {
+    const char* declared;
+    int type;
+    long size;
+  } cases[] = {
       {"VARCHAR(50)", dbText, 50}, {"varchar ( 12 )", dbText, 12}, {"CHAR(2)", dbText, 2},
       {"VARCHAR", dbText, 255},    {"TEXT(30)", dbText, 30},      {"TEXT", dbMemo, 0},
       {"MEMO", dbMemo, 0},         {"INTEGER", dbLong, 4},        {"int", dbLong, 4},

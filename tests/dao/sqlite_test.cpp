@@ -17,6 +17,8 @@ namespace cp::sqlite {
 namespace {
 
 using ::testing::HasSubstr;
+using cp::testing::CaughtError;
+using cp::testing::ErrorNumberOf;
 namespace fs = std::filesystem;
 
 class SqliteTest : public ::testing::Test {
@@ -35,24 +37,24 @@ class SqliteTest : public ::testing::Test {
 
 TEST_F(SqliteTest, OpeningFailuresNameTheFileOrPath) {
   const std::string missing = PathOf("no_existe.sqlite");
-  const Error file = cp::testing::CaughtError([&] { dao::OpenDatabase(missing); });
+  const Error file = CaughtError([&] { dao::OpenDatabase(missing); });
   EXPECT_EQ(file.number(), dao::daoerr::kFileNotFound);
   EXPECT_EQ(file.description(), "No se encuentra el archivo '" + missing + "'.");
   EXPECT_EQ(file.source(), dao::kDatabaseSource);
   EXPECT_FALSE(fs::exists(missing)) << "opening must not create the file";
 
   const std::string badFolder = PathOf("falta/datos.sqlite");
-  const Error path = cp::testing::CaughtError([&] { dao::OpenDatabase(badFolder); });
+  const Error path = CaughtError([&] { dao::OpenDatabase(badFolder); });
   EXPECT_EQ(path.number(), dao::daoerr::kInvalidPath);
   EXPECT_THAT(path.description(), HasSubstr(badFolder));
 
   const std::string text = PathOf("notas.txt");
   std::ofstream(text) << "Esto no es una base de datos, aunque lo parezca por su longitud.\n";
-  const Error format = cp::testing::CaughtError([&] { dao::OpenDatabase(text); });
+  const Error format = CaughtError([&] { dao::OpenDatabase(text); });
   EXPECT_EQ(format.number(), dao::daoerr::kUnrecognisedFormat);
   EXPECT_THAT(format.description(), HasSubstr(text));
 
-  EXPECT_EQ(cp::testing::CaughtError([&] { dao::OpenDatabase("postgresql://servidor/agencia"); }).number(),
+  EXPECT_EQ(ErrorNumberOf([&] { dao::OpenDatabase("postgresql://servidor/agencia"); }),
             dao::daoerr::kConnectionFailed);
 }
 
@@ -81,7 +83,7 @@ TEST_F(SqliteTest, BulkInsertThroughNativeStatementsReadsBackTyped) {
     tx.Commit();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
     EXPECT_EQ(native.LastInsertId(), 20000);
-    EXPECT_EQ(cp::testing::CaughtError([&] { insert.Bind(1, Variant(Array2D(0, 0, 0, 0))); }).number(),
+    EXPECT_EQ(ErrorNumberOf([&] { insert.Bind(1, Variant(Array2D(0, 0, 0, 0))); }),
               err::kTypeMismatch);
   }
   auto db = dao::OpenDatabase(path);
@@ -99,46 +101,34 @@ TEST_F(SqliteTest, BulkInsertThroughNativeStatementsReadsBackTyped) {
   EXPECT_EQ(rs.Fields("Plantas").Value(), Variant(std::int16_t{4}));
 }
 
-TEST_F(SqliteTest, NativeStatementsReadRowsAndDatesStayIsoText) {
+TEST_F(SqliteTest, NativeStatementsReadRowsRollBackAndCarryDaoNumbers) {
   NativeDatabase native(PathOf("fechas.sqlite"), NativeDatabase::Mode::CreateIfMissing);
   native.ExecuteNative("CREATE TABLE F (Dia DATETIME, N INTEGER)");
   auto insert = native.Prepare("INSERT INTO F VALUES (?1, ?2)");
   insert.Bind(1, MakeDate(1925, 2, 3));
   insert.Bind(2, std::int32_t{-4});
   insert.Step();
+  {
+    Transaction tx(native);  // never committed
+    native.ExecuteNative("INSERT INTO F VALUES (NULL, 1); INSERT INTO F VALUES (NULL, 2)");
+  }
   auto read = native.Prepare("SELECT Dia, N, typeof(Dia) FROM F");
   ASSERT_TRUE(read.Step());
   EXPECT_EQ(read.ColumnCount(), 3);
   EXPECT_EQ(read.ColumnName(0), "Dia");
-  EXPECT_EQ(read.Column(0), Variant("1925-02-03"));
+  EXPECT_EQ(read.Column(0), Variant("1925-02-03"));  // dates stay ISO text
   EXPECT_EQ(read.Column(1), Variant(std::int32_t{-4}));
   EXPECT_EQ(read.Column(2), Variant("text"));
   EXPECT_FALSE(read.Step());
-}
-
-TEST_F(SqliteTest, TransactionRollsBackUnlessCommitted) {
-  NativeDatabase native(PathOf("tx.sqlite"), NativeDatabase::Mode::CreateIfMissing);
-  native.ExecuteNative("CREATE TABLE T (N INTEGER)");
-  {
-    Transaction tx(native);
-    native.ExecuteNative("INSERT INTO T VALUES (1); INSERT INTO T VALUES (2)");
-  }
-  auto count = native.Prepare("SELECT count(*) FROM T");
-  ASSERT_TRUE(count.Step());
-  EXPECT_EQ(count.Column(0), Variant(std::int32_t{0}));
-}
-
-TEST_F(SqliteTest, NativeErrorsCarryDaoNumbers) {
-  NativeDatabase native(PathOf("errores.sqlite"), NativeDatabase::Mode::CreateIfMissing);
-  const Error syntax = cp::testing::CaughtError([&] { native.ExecuteNative("CREATE TABLA X (N INTEGER)"); });
+  const Error syntax = CaughtError([&] { native.ExecuteNative("CREATE TABLA X (N INTEGER)"); });
   EXPECT_EQ(syntax.number(), dao::daoerr::kSyntaxInQuery);
   EXPECT_THAT(syntax.description(), HasSubstr("TABLA"));
   EXPECT_EQ(syntax.source(), "SQLite");
-  EXPECT_EQ(cp::testing::CaughtError([&] { native.Prepare("SELECT * FROM Nada"); }).number(),
+  EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT * FROM Nada"); }),
             dao::daoerr::kTableNotFound);
-  EXPECT_EQ(cp::testing::CaughtError([&] { native.Prepare("SELECT 1; SELECT 2"); }).number(),
+  EXPECT_EQ(ErrorNumberOf([&] { native.Prepare("SELECT 1; SELECT 2"); }),
             dao::daoerr::kTextAfterStatement);
-  EXPECT_EQ(cp::testing::CaughtError([&] { NativeDatabase(PathOf("nueva.sqlite")); }).number(),
+  EXPECT_EQ(ErrorNumberOf([&] { NativeDatabase(PathOf("nueva.sqlite")); }),
             dao::daoerr::kFileNotFound);
 }
 
@@ -148,7 +138,7 @@ TEST_F(SqliteTest, ReaderWaitsThenReportsALockedDatabase) {
   writer.ExecuteNative("CREATE TABLE T (N INTEGER); INSERT INTO T VALUES (1)");
   auto db = dao::OpenDatabase(path);
   writer.ExecuteNative("BEGIN EXCLUSIVE; INSERT INTO T VALUES (2)");
-  const Error busy = cp::testing::CaughtError([&] { db->OpenRecordset("SELECT N FROM T"); });
+  const Error busy = CaughtError([&] { db->OpenRecordset("SELECT N FROM T"); });
   EXPECT_EQ(busy.number(), dao::daoerr::kBusy);
   EXPECT_THAT(busy.description(), HasSubstr(path));
   writer.Rollback();

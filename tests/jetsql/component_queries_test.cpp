@@ -2,7 +2,7 @@
 // with the component's column names; the expected ids are those Jet selects.
 #include <gtest/gtest.h>
 
-#include "tests/jetsql/sqlite_database.h"
+#include "tests/jetsql/semantics_database.h"
 
 namespace cp::jetsql {
 namespace {
@@ -61,21 +61,7 @@ class ComponentQueries : public ::testing::Test {
         " (2, NULL, 160000, 'FRANCIA; España; ', NULL, NULL, 1),"
         " (3, 140000, NULL, '', 2, 3, 1), (4, NULL, NULL, NULL, NULL, NULL, NULL),"
         " (5, 160000, 300000, 'españa; ', NULL, NULL, NULL), (6, NULL, 140000, NULL, NULL, NULL, NULL),"
-        " (7, 150000, 150000, 'Portugal; ', NULL, NULL, NULL);"
-        "CREATE TABLE AliasInmueble (IdAliasInmueble INTEGER PRIMARY KEY, Inmueble VARCHAR(50),"
-        " Activo BOOLEAN);"
-        "INSERT INTO AliasInmueble VALUES (1, 'piso', 1), (2, 'Ático', -1), (3, 'Local', 0),"
-        " (4, 'apartamento', 1);"
-        "CREATE TABLE Calefaccion (IdCalefaccion INTEGER PRIMARY KEY, Calefaccion VARCHAR(50));"
-        "INSERT INTO Calefaccion VALUES (2, 'Gas'), (3, 'Eléctrica');"
-        "CREATE TABLE Operacion (IdOperacion INTEGER PRIMARY KEY, Operacion VARCHAR(50));"
-        "INSERT INTO Operacion VALUES (1, 'Venta');"
-        "CREATE TABLE Zona (IdZona INTEGER PRIMARY KEY, Nombre VARCHAR(50));"
-        "INSERT INTO Zona VALUES (4, 'Centro'), (5, 'CENTRO'), (9, 'Ensanche'), (10, 'Playa');"
-        "CREATE TABLE Provincia (IdProvincia INTEGER PRIMARY KEY, Nombre VARCHAR(50));"
-        "INSERT INTO Provincia VALUES (2, 'Ávila'), (3, 'Madrid');"
-        "CREATE TABLE PrPa (IdProvincia INTEGER, IdPais INTEGER);"
-        "INSERT INTO PrPa VALUES (2, 1), (3, 1), (3, 2);");
+        " (7, 150000, 150000, 'Portugal; ', NULL, NULL, NULL);");
   }
   MemoryDatabase db_;
 };
@@ -169,44 +155,6 @@ TEST_F(ComponentQueries, DemandConditions) {
                       {1, 2, 3, 5}},
                      {"Demanda.IdDemanda=-1", {}},
                  });
-}
-
-TEST_F(ComponentQueries, LookupStatements) {
-  // The field linker's used values: DISTINCT takes 'Centro' and 'CENTRO' for one name.
-  EXPECT_EQ(db_.Rows("SELECT DISTINCT Nombre FROM Zona  INNER JOIN IPropio ON IPropio.IdZona = "
-                     "Zona.IdZona WHERE  IdPais = 1")
-                .size(),
-            2u);
-  EXPECT_EQ(db_.Ids("SELECT IdZona FROM   Zona WHERE  Nombre = 'ENSANCHE'"), (Ids{9}));
-  EXPECT_EQ(db_.Ids("SELECT Provincia.IdProvincia FROM Provincia INNER JOIN PrPa ON "
-                    "Provincia.IdProvincia = PrPa.IdProvincia WHERE IdPais = 1 AND "
-                    "Provincia.Nombre = 'ÁVILA'"),
-            (Ids{2}));
-  EXPECT_EQ(db_.Rows("SELECT IdPoblacion, IdProvincia, IdPais FROM   Usuario WHERE IdUsuario = 3"),
-            (std::vector<std::vector<std::string>>{{"1", "2", "1"}}));
-  auto active = db_.Rows(
-      "SELECT Inmueble FROM  AliasInmueble WHERE ( Activo = TRUE ) ORDER BY Inmueble");
-  EXPECT_EQ(active, (std::vector<std::vector<std::string>>{{"apartamento"}, {"Ático"}, {"piso"}}));
-}
-
-TEST_F(ComponentQueries, CrossMatchingReadsTheDemandWithItsNames) {
-  const std::string statement =
-      "SELECT Demanda.*, Operacion.Operacion, AliasInmueble.Inmueble, Calefaccion.Calefaccion "
-      "FROM ((( Demanda LEFT JOIN AliasInmueble On AliasInmueble.IdAliasInmueble = "
-      "Demanda.IdAliasInmueble) LEFT JOIN Calefaccion On Calefaccion.IdCalefaccion = "
-      "Demanda.IdCalefaccion) LEFT JOIN Operacion On Operacion.IdOperacion = Demanda.IdOperacion) "
-      "WHERE Demanda.IdDemanda = ";
-  auto rows = db_.Rows(statement + "3");
-  ASSERT_EQ(rows.size(), 1u);
-  ASSERT_EQ(rows[0].size(), 10u);
-  EXPECT_EQ(rows[0][0], "3");
-  EXPECT_EQ(rows[0][7], "Venta");
-  EXPECT_EQ(rows[0][8], "Ático");
-  EXPECT_EQ(rows[0][9], "Eléctrica");
-  rows = db_.Rows(statement + "4");
-  ASSERT_EQ(rows.size(), 1u);
-  EXPECT_EQ(rows[0][7], "<Null>");
-  EXPECT_TRUE(db_.Rows(statement + "99").empty());
 }
 
 }  // namespace

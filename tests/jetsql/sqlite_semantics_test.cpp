@@ -6,7 +6,8 @@
 #include <memory>
 #include <set>
 
-#include "tests/jetsql/sqlite_database.h"
+#include "tests/jetsql/semantics_database.h"
+#include "tests/support/spanish_locale.h"
 
 namespace cp::jetsql {
 namespace {
@@ -52,25 +53,19 @@ TEST_P(JetSemantics, TextComparesIgnoringCaseIncludingAccentedCapitals) {
       "(6,'MADRID'),(7,NULL),(8,'b'),(9,'Zamora');");
   ExpectSelected(db, "Nombres",
                  {
-                     {"Nombre = 'ÁVILA'", {1, 2}},
-                     {"Nombre = 'ávila'", {1, 2}},
-                     {"Nombre = 'AVILA'", {3, 4}},
-                     {"'madrid' = Nombre", {5, 6}},
+                     {"Nombre = 'ÁVILA'", {1, 2}}, {"Nombre = 'ávila'", {1, 2}},
+                     {"Nombre = 'AVILA'", {3, 4}}, {"'madrid' = Nombre", {5, 6}},
                      {"Nombre <> 'madrid'", {1, 2, 3, 4, 8, 9}},
                      // Accents do not move a word out of its letter when ordering.
-                     {"Nombre < 'b'", {1, 2, 3, 4}},
-                     {"Nombre <= 'B'", {1, 2, 3, 4, 8}},
-                     {"Nombre > 'b'", {5, 6, 9}},
-                     {"Nombre >= 'MADRID'", {5, 6, 9}},
+                     {"Nombre < 'b'", {1, 2, 3, 4}}, {"Nombre <= 'B'", {1, 2, 3, 4, 8}},
+                     {"Nombre > 'b'", {5, 6, 9}}, {"Nombre >= 'MADRID'", {5, 6, 9}},
                      // Both bounds of BETWEEN are inside, whatever their case.
                      {"Nombre BETWEEN 'B' AND 'madrid'", {5, 6, 8}},
                      {"Nombre BETWEEN 'AVILA' AND 'b'", {1, 2, 3, 4, 8}},
                      {"Nombre NOT BETWEEN 'B' AND 'madrid'", {1, 2, 3, 4, 9}},
                      {"Nombre IN ('MADRID', 'zamora')", {5, 6, 9}},
-                     {"Nombre NOT IN ('madrid', 'B')", {1, 2, 3, 4, 9}},
-                     {"Nombre = Null", {}},
-                     {"Nombre Is Null", {7}},
-                     {"IsNull(Nombre)", {7}},
+                     {"Nombre NOT IN ('madrid', 'B')", {1, 2, 3, 4, 9}}, {"Nombre = Null", {}},
+                     {"Nombre Is Null", {7}}, {"IsNull(Nombre)", {7}},
                      {"NOT IsNull(Nombre) AND Nombre > 'm'", {5, 6, 9}},
                      {"Id = 5 OR Id IN (1, 2)", {1, 2, 5}},
                  });
@@ -85,36 +80,24 @@ TEST_P(JetSemantics, LikeUsesJetWildcardsInEveryPosition) {
       "(11,''),(12,'a*c'),(13,'ABC');");
   ExpectSelected(db, "Textos",
                  {
-                     {"Texto LIKE 'Piso;*'", {1, 3}},
-                     {"Texto LIKE '*; Piso; '", {4}},
-                     {"Texto LIKE '*; Piso;*'", {4}},
-                     {"Texto LIKE '*Local; '", {1, 2}},
+                     {"Texto LIKE 'Piso;*'", {1, 3}}, {"Texto LIKE '*; Piso; '", {4}},
+                     {"Texto LIKE '*; Piso;*'", {4}}, {"Texto LIKE '*Local; '", {1, 2}},
                      {"Texto LIKE 'a*'", {5, 6, 7, 8, 12, 13}},
                      {"Texto LIKE '*c'", {5, 6, 7, 8, 12, 13}},
-                     {"Texto LIKE 'a?c'", {5, 6, 7, 8, 12, 13}},
-                     {"Texto LIKE '?'", {}},
-                     {"Texto LIKE 'a#c'", {8}},
-                     {"Texto LIKE '#*'", {}},
+                     {"Texto LIKE 'a?c'", {5, 6, 7, 8, 12, 13}}, {"Texto LIKE '?'", {}},
+                     {"Texto LIKE 'a#c'", {8}}, {"Texto LIKE '#*'", {}},
                      // % and _ are ordinary characters in Jet.
-                     {"Texto LIKE 'a%c'", {6}},
-                     {"Texto LIKE 'a_c'", {7}},
-                     {"Texto LIKE 'a[*]c'", {12}},
-                     {"Texto LIKE 'a[%_]c'", {6, 7}},
-                     {"Texto LIKE 'a[b-c]c'", {5, 13}},
-                     {"Texto LIKE 'a[!b]c'", {6, 7, 8, 12}},
-                     {"Texto LIKE 'a[!0-9b]c'", {6, 7, 12}},
-                     {"Texto LIKE '[a]bc'", {5, 13}},
+                     {"Texto LIKE 'a%c'", {6}}, {"Texto LIKE 'a_c'", {7}},
+                     {"Texto LIKE 'a[*]c'", {12}}, {"Texto LIKE 'a[%_]c'", {6, 7}},
+                     {"Texto LIKE 'a[b-c]c'", {5, 13}}, {"Texto LIKE 'a[!b]c'", {6, 7, 8, 12}},
+                     {"Texto LIKE 'a[!0-9b]c'", {6, 7, 12}}, {"Texto LIKE '[a]bc'", {5, 13}},
                      // Accented capitals fold, accents stay.
-                     {"Texto LIKE '*vila'", {9}},
-                     {"Texto LIKE 'ávila'", {9}},
-                     {"Texto LIKE 'avila'", {}},
-                     {"Texto LIKE '[á]*'", {4, 9}},
+                     {"Texto LIKE '*vila'", {9}}, {"Texto LIKE 'ávila'", {9}},
+                     {"Texto LIKE 'avila'", {}}, {"Texto LIKE '[á]*'", {4, 9}},
                      {"Texto LIKE '*'", {1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13}},
-                     {"Texto LIKE ''", {11}},
-                     {"Texto LIKE 'ab[]c'", {5, 13}},
+                     {"Texto LIKE ''", {11}}, {"Texto LIKE 'ab[]c'", {5, 13}},
                      {"Texto NOT LIKE 'a*'", {1, 2, 3, 4, 9, 11}},
-                     {"Texto LIKE '*' & 'Local' & '*'", {1, 2}},
-                     {"Texto LIKE Null", {}},
+                     {"Texto LIKE '*' & 'Local' & '*'", {1, 2}}, {"Texto LIKE Null", {}},
                  });
 }
 
@@ -165,14 +148,10 @@ TEST_P(JetSemantics, DateLiteralsMeanMidnightAndPivotTwoDigitYears) {
                      {" ( Fecha >= #03/07/05# )  AND (Fecha <= #12/31/05# ) ", {1, 2, 5, 10, 12}},
                      {"Fecha BETWEEN #03/07/05# AND #12/31/05#", {1, 2, 5, 10, 12}},
                      {"Fecha BETWEEN #3/6/2005 23:59:59# AND #3/7/2005#", {5, 6}},
-                     {"Fecha = #1/2/30#", {8}},
-                     {"Fecha = #1/2/29#", {9}},
-                     {"Fecha = #01/02/1930#", {8}},
-                     {"Fecha < #1/1/1931#", {8}},
-                     {"Fecha = #12/31/2005 10:00:00#", {3}},
-                     {"Fecha = #12/31/05 12:00 PM#", {11}},
-                     {"Fecha IN (#1/1/06#, #3/7/05#)", {4, 5}},
-                     {"Fecha Is Null", {7}},
+                     {"Fecha = #1/2/30#", {8}}, {"Fecha = #1/2/29#", {9}},
+                     {"Fecha = #01/02/1930#", {8}}, {"Fecha < #1/1/1931#", {8}},
+                     {"Fecha = #12/31/2005 10:00:00#", {3}}, {"Fecha = #12/31/05 12:00 PM#", {11}},
+                     {"Fecha IN (#1/1/06#, #3/7/05#)", {4, 5}}, {"Fecha Is Null", {7}},
   };
   if (!db.Embedded()) {
     for (Case& c : cases) std::erase_if(c.expected, [](long id) { return id == 10 || id == 11; });
@@ -187,11 +166,8 @@ TEST_P(JetSemantics, TrueMatchesOneAndAnImportedMinusOne) {
       "INSERT INTO Flags VALUES (1,1),(2,0),(3,-1),(4,NULL);");
   ExpectSelected(db, "Flags",
                  {
-                     {"Activo = TRUE", {1, 3}},
-                     {"Activo = FALSE", {2}},
-                     {"Activo <> TRUE", {2}},
-                     {"Activo <> FALSE", {1, 3}},
-                     {"NOT (Activo = TRUE)", {2}},
+                     {"Activo = TRUE", {1, 3}}, {"Activo = FALSE", {2}}, {"Activo <> TRUE", {2}},
+                     {"Activo <> FALSE", {1, 3}}, {"NOT (Activo = TRUE)", {2}},
                  });
 }
 
@@ -207,29 +183,13 @@ TEST_P(JetSemantics, PlusAmpersandAndChrFollowJet) {
       "NumTexto VARCHAR(10), Nulo VARCHAR(10));"
       "INSERT INTO Uno VALUES (1, 'a', 5, 2.5, '7', NULL);");
   const std::vector<ValueCase> cases = {
-      {"'a' + Nulo", "<Null>"},
-      {"Nulo + 1", "<Null>"},
-      {"'a' & Nulo", "a"},
-      {"Nulo & 'a'", "a"},
-      {"Nulo & Nulo", "<Null>"},
-      {"Nulo & Nulo & Texto", "a"},
-      {"Texto + 'b'", "ab"},
-      {"Texto + Texto", "aa"},
-      {"NumTexto + NumTexto", "77"},
-      {"Numero + NumTexto", "12"},
-      {"NumTexto + Numero", "12"},
-      {"Numero + Numero", "10"},
-      {"Numero + Real", "7.5"},
-      {"Numero & Texto", "5a"},
-      {"Real & ''", "2,5"},
-      {"'O''Brien' + chr(124) + '2'", "O'Brien|2"},
-      {"chr(Numero + 60)", "A"},
-      {"chr(128) & chr(241)", "€ñ"},
-      {"chr(NumTexto + 58)", "A"},
-      {"Numero / 2", "2.5"},
-      {"Numero - 7 * 2", "-9"},
-      {"-Numero", "-5"},
-      {"'a' & 1 + 2", "a3"},
+      {"'a' + Nulo", "<Null>"}, {"Nulo + 1", "<Null>"}, {"'a' & Nulo", "a"}, {"Nulo & 'a'", "a"},
+      {"Nulo & Nulo", "<Null>"}, {"Nulo & Nulo & Texto", "a"}, {"Texto + 'b'", "ab"},
+      {"Texto + Texto", "aa"}, {"NumTexto + NumTexto", "77"}, {"Numero + NumTexto", "12"},
+      {"NumTexto + Numero", "12"}, {"Numero + Numero", "10"}, {"Numero + Real", "7.5"},
+      {"Numero & Texto", "5a"}, {"Real & ''", "2,5"}, {"'O''Brien' + chr(124) + '2'", "O'Brien|2"},
+      {"chr(Numero + 60)", "A"}, {"chr(128) & chr(241)", "€ñ"}, {"chr(NumTexto + 58)", "A"},
+      {"Numero / 2", "2.5"}, {"Numero - 7 * 2", "-9"}, {"-Numero", "-5"}, {"'a' & 1 + 2", "a3"},
   };
   for (const ValueCase& c : cases) {
     EXPECT_EQ(db.Value(std::string("SELECT ") + c.expression + " AS v FROM Uno"), c.expected)
@@ -266,6 +226,16 @@ TEST(SqliteSemantics, DistinctAndOrderByFoldCaseAsJetDoes) {
   EXPECT_EQ(db.Rows("SELECT DISTINCT Alias FROM Agencia WHERE IdAgencia < 1000000").size(), 5u);
   auto named = db.Rows("SELECT DISTINCT Agencia.Alias FROM Agencia WHERE Alias LIKE 'c*'");
   ASSERT_EQ(named.size(), 1u);
+}
+
+using SpanishDesktop = cp::testing::SpanishLocale;
+
+TEST_F(SpanishDesktop, JetNumbersIgnoreTheLocale) {
+  MemoryDatabase db;
+  db.Exec("CREATE TABLE Uno (Id INTEGER, Texto VARCHAR(10)); INSERT INTO Uno VALUES (1, '2.5');");
+  EXPECT_EQ(db.Value("SELECT chr(66.6) AS v FROM Uno"), "C");  // a constant, rounded
+  EXPECT_EQ(db.Value("SELECT Texto + 1 AS v FROM Uno"), "3.5");
+  EXPECT_EQ(db.Value("SELECT '+2.5e1' + 1 AS v FROM Uno"), "26");
 }
 
 }  // namespace

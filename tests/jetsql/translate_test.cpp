@@ -1,8 +1,9 @@
-// Jet text in, SQLite text out, grouped by construct. What the SQL means is checked by
-// running it in sqlite_semantics_test.cpp; these tables pin the shape: index-friendly id
-// comparisons, where the collation and the functions go, and Jet's precedence kept.
+// Jet text in, SQLite or PostgreSQL text out, grouped by construct. What the SQL means is
+// checked by running it in sqlite_semantics_test.cpp; these tables pin the shape:
+// index-friendly id comparisons, where the collation and the functions go, Jet's precedence.
 #include <gtest/gtest.h>
 
+#include "platform/jetsql/literals.h"
 #include "platform/jetsql/translator.h"
 
 namespace cp::jetsql {
@@ -10,7 +11,7 @@ namespace {
 
 struct Case {
   const char* jet;
-  const char* sqlite;
+  const char* sqlite;  // or PostgreSQL, in its tests
 };
 
 void ExpectConditions(const std::vector<Case>& cases) {
@@ -27,13 +28,9 @@ void ExpectStatements(const std::vector<Case>& cases) {
 
 TEST(TranslateSqlite, NumberComparisonsLeaveTheColumnBareForItsIndex) {
   ExpectConditions({
-      {"T.IdX = 5", "T.IdX = 5"},
-      {"5 = T.IdX", "5 = T.IdX"},
-      {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
-      {"T.IdX not in (1, 2)", "T.IdX NOT IN (1, 2)"},
-      {"T.Id>=120", "T.Id >= 120"},
-      {"T.Id<>-1", "T.Id <> -1"},
-      {"T.Precio BETWEEN 2 AND 4", "T.Precio BETWEEN 2 AND 4"},
+      {"T.IdX = 5", "T.IdX = 5"}, {"5 = T.IdX", "5 = T.IdX"}, {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
+      {"T.IdX not in (1, 2)", "T.IdX NOT IN (1, 2)"}, {"T.Id>=120", "T.Id >= 120"},
+      {"T.Id<>-1", "T.Id <> -1"}, {"T.Precio BETWEEN 2 AND 4", "T.Precio BETWEEN 2 AND 4"},
       {"150000 BETWEEN T.Min AND T.Max", "150000 BETWEEN T.Min AND T.Max"},
       {"T.Precio NOT BETWEEN 1.5 AND 2E3", "T.Precio NOT BETWEEN 1.5 AND 2E3"},
   });
@@ -81,22 +78,17 @@ TEST(TranslateSqlite, DateLiteralsAreIsoTextAgainstNormalisedDates) {
 
 TEST(TranslateSqlite, BooleansMatchOneAndMinusOne) {
   ExpectConditions({
-      {"T.Activo = TRUE", "T.Activo IN (1, -1)"},
-      {"TRUE = T.Activo", "T.Activo IN (1, -1)"},
-      {"T.Activo <> TRUE", "T.Activo NOT IN (1, -1)"},
-      {"T.Activo = false", "T.Activo = 0"},
-      {"T.Activo <> FALSE", "T.Activo <> 0"},
-      {"( Activo = TRUE ) ", "(Activo IN (1, -1))"},
+      {"T.Activo = TRUE", "T.Activo IN (1, -1)"}, {"TRUE = T.Activo", "T.Activo IN (1, -1)"},
+      {"T.Activo <> TRUE", "T.Activo NOT IN (1, -1)"}, {"T.Activo = false", "T.Activo = 0"},
+      {"T.Activo <> FALSE", "T.Activo <> 0"}, {"( Activo = TRUE ) ", "(Activo IN (1, -1))"},
       {"T.Nivel > TRUE", "T.Nivel > -1"},
   });
 }
 
 TEST(TranslateSqlite, NullTestsInBothForms) {
   ExpectConditions({
-      {"IsNull(T.Min)", "(T.Min IS NULL)"},
-      {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"},
-      {"T.IdZona Is Null", "T.IdZona IS NULL"},
-      {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
+      {"IsNull(T.Min)", "(T.Min IS NULL)"}, {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"},
+      {"T.IdZona Is Null", "T.IdZona IS NULL"}, {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
       {"(T.a = 1) IS NULL", "(T.a = 1) IS NULL"},
   });
 }
@@ -113,11 +105,9 @@ TEST(TranslateSqlite, ConcatenationAndArithmetic) {
       {"T.x = 'a' & T.y", "T.x COLLATE JET_NOCASE = jet_concat('a', T.y)"},
       // Only the values say whether + adds or joins.
       {"T.x = T.y + 'a'", "T.x COLLATE JET_NOCASE = jet_add(T.y, 'a')"},
-      {"T.n = 1 + 2 * 3", "T.n = 1 + 2 * 3"},
-      {"T.n = (1 + 2) * 3", "T.n = (1 + 2) * 3"},
+      {"T.n = 1 + 2 * 3", "T.n = 1 + 2 * 3"}, {"T.n = (1 + 2) * 3", "T.n = (1 + 2) * 3"},
       {"T.n = 1 - (2 - 3)", "T.n = 1 - (2 - 3)"},
-      {"T.n = 7 / 2", "T.n = CAST(7 AS DOUBLE PRECISION) / 2"},
-      {"T.n = - -T.m", "T.n = -(-T.m)"},
+      {"T.n = 7 / 2", "T.n = CAST(7 AS DOUBLE PRECISION) / 2"}, {"T.n = - -T.m", "T.n = -(-T.m)"},
       // & binds looser than +, as in Jet: 'a' & 1 + 2 is 'a3'.
       {"T.x = 'a' & 1 + 2", "T.x COLLATE JET_NOCASE = jet_concat('a', 1 + 2)"},
   });
@@ -126,8 +116,7 @@ TEST(TranslateSqlite, ConcatenationAndArithmetic) {
 TEST(TranslateSqlite, LogicKeepsJetPrecedence) {
   ExpectConditions({
       {"a = 1 OR b = 2 AND c = 3", "a = 1 OR b = 2 AND c = 3"},
-      {"(a = 1 OR b = 2) AND c = 3", "(a = 1 OR b = 2) AND c = 3"},
-      {"NOT a = 1", "NOT a = 1"},
+      {"(a = 1 OR b = 2) AND c = 3", "(a = 1 OR b = 2) AND c = 3"}, {"NOT a = 1", "NOT a = 1"},
       {"T.x BETWEEN 1 AND 2 AND T.y = 3", "T.x BETWEEN 1 AND 2 AND T.y = 3"},
       {"  a=1   and   b=2 ", "a = 1 AND b = 2"},
   });
@@ -207,6 +196,90 @@ TEST(TranslateSqlite, NamesAreQuotedOnlyWhenSqliteWouldMisreadThem) {
       {"SELECT Población FROM Pais", "SELECT \"Población\" FROM Pais"},
       {"SELECT [Nombre] FROM [Pais]", "SELECT Nombre FROM Pais"},
   });
+}
+
+// The same tree through the PostgreSQL table of overrides.
+
+TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
+  const std::vector<Case> cases = {
+      // Dates are timestamps on the server: midnight compares natively.
+      {" ( T.Fecha >= #03/07/05# )  AND (T.Fecha <= #12/31/05# ) ",
+       "(T.Fecha >= TIMESTAMP '2005-03-07') AND (T.Fecha <= TIMESTAMP '2005-12-31')"},
+      {"T.Fecha = #1/2/30 10:00#", "T.Fecha = TIMESTAMP '1930-01-02 10:00:00'"},
+      // ILIKE has no # or [..]: the pattern goes to the server's jet_like.
+      {"Cliente.Apellidos LIKE 'garcia*'", "pg_temp.jet_like('garcia*', Cliente.Apellidos)"},
+      // The collation only where a side is known to be text: integers refuse collations.
+      {"T.Nombre = 'Ávila'", "T.Nombre COLLATE pg_temp.jet_nocase = 'Ávila'"},
+      {"A.IdX = B.IdX", "A.IdX = B.IdX"}, {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
+      {"Cliente.IdCliente In (SELECT IdCliente FROM TfnoCli WHERE Numero LIKE '*1*')",
+       "Cliente.IdCliente IN (SELECT IdCliente FROM TfnoCli WHERE pg_temp.jet_like('*1*', Numero))"},
+      {"T.Activo = TRUE AND IsNull(T.x)", "T.Activo IN (1, -1) AND (T.x IS NULL)"},
+      {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE pg_temp.jet_nocase = 'O''Brien' || '|' || '2'"},
+      {"T.x = T.y & 'a'", "T.x COLLATE pg_temp.jet_nocase = pg_temp.jet_concat(VARIADIC ARRAY[pg_temp.jet_text(T.y), pg_temp.jet_text('a')])"},
+      {"T.n = T.a + T.b", "T.n = pg_temp.jet_add(T.a, T.b)"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(TranslateCondition(c.jet, Dialect::Postgres), c.sqlite) << "Jet: " << c.jet;
+  }
+}
+
+TEST(TranslatePostgres, StatementsQuoteInLowerCaseAndSortNullsFirst) {
+  const std::vector<Case> cases = {
+      {"SELECT Alias FROM Agencia WHERE IdAgencia<1000000 ORDER BY Alias ASC",
+       "SELECT Alias FROM Agencia WHERE IdAgencia < 1000000 ORDER BY Alias NULLS FIRST"},
+      {"SELECT [Mi Campo], [User] FROM [Order] ORDER BY [Mi Campo] DESC",
+       "SELECT \"mi campo\", \"user\" FROM \"order\" ORDER BY \"mi campo\" DESC NULLS LAST"},
+      {"SELECT DISTINCT Zona.Nombre FROM Zona INNER JOIN BZona ON BZona.IdZona = Zona.IdZona",
+       "SELECT DISTINCT Zona.Nombre FROM Zona INNER JOIN BZona ON BZona.IdZona = Zona.IdZona"},
+      // A word reserved only by SQLite needs no quotes here.
+      {"SELECT T.Action FROM T", "SELECT T.Action FROM T"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(TranslateStatement(c.jet, Dialect::Postgres), c.sqlite) << "Jet: " << c.jet;
+  }
+}
+
+// Jet's literal rules: the two-digit year pivot, midnight, 12-hour times, chr's code page.
+TEST(DateLiteral, ReadsMonthFirstAndPivotsTwoDigitYears) {
+  struct Case {
+    const char* text;
+    const char* iso;  // nullptr: refused
+  } cases[] = {
+      {"03/07/05", "2005-03-07"}, {"3/7/05", "2005-03-07"}, {"12/31/99", "1999-12-31"},
+      {"01/01/00", "2000-01-01"}, {"01/01/29", "2029-01-01"}, {"01/01/30", "1930-01-01"},
+      {"12/31/2005", "2005-12-31"}, {"02/29/2024", "2024-02-29"}, {"2005-03-07", "2005-03-07"},
+      {" 12/31/05 ", "2005-12-31"}, {"12/31/05 00:00:00", "2005-12-31"},
+      {"12/31/05 10:00", "2005-12-31 10:00:00"}, {"12/31/05 23:59:59", "2005-12-31 23:59:59"},
+      {"12/31/05 12:00 AM", "2005-12-31"}, {"12/31/05 12:30 PM", "2005-12-31 12:30:00"},
+      {"12/31/05 1:05:09 pm", "2005-12-31 13:05:09"}, {"02/29/05", nullptr}, {"13/01/05", nullptr},
+      {"12/32/05", nullptr}, {"12/31/005", nullptr}, {"12-31-2005", nullptr}, {"12/31", nullptr},
+      {"", nullptr}, {"hoy", nullptr}, {"12/31/05 24:00", nullptr}, {"12/31/05 10:60", nullptr},
+      {"12/31/05 13:00 PM", nullptr}, {"12/31/05 10", nullptr},
+  };
+  for (const auto& c : cases) {
+    auto iso = DateLiteralToIso(c.text);
+    if (c.iso) {
+      EXPECT_EQ(iso.value_or("<refused>"), c.iso) << c.text;
+    } else {
+      EXPECT_FALSE(iso.has_value()) << c.text << " gave " << *iso;
+    }
+  }
+}
+
+TEST(Chr, FollowsTheWindowsCodePage) {
+  EXPECT_EQ(ChrText(0).value(), std::string(1, '\0'));
+  EXPECT_EQ(ChrText(65).value(), "A");
+  EXPECT_EQ(ChrText(124).value(), "|");
+  EXPECT_EQ(ChrText(127).value(), "\x7f");
+  EXPECT_EQ(ChrText(128).value(), "€");
+  EXPECT_EQ(ChrText(129).value(), "\xc2\x81");
+  EXPECT_EQ(ChrText(145).value(), "‘");
+  EXPECT_EQ(ChrText(159).value(), "Ÿ");
+  EXPECT_EQ(ChrText(160).value(), "\xc2\xa0");
+  EXPECT_EQ(ChrText(209).value(), "Ñ");
+  EXPECT_EQ(ChrText(255).value(), "ÿ");
+  EXPECT_FALSE(ChrText(256).has_value());
+  EXPECT_FALSE(ChrText(-1).has_value());
 }
 
 }  // namespace
