@@ -28,15 +28,11 @@ QStringList ButtonTexts(const QMessageBox& box) {
   return texts;
 }
 
-
 TEST(QtMessengerFlags, IconsButtonsAndLineBreaksFollowTheCall) {
   const struct { int flags; QMessageBox::Icon icon; std::vector<int> answers; } cases[] = {
       {0x0, QMessageBox::NoIcon, {msg::kOk}},
-      {0x10, QMessageBox::Critical, {msg::kOk}},
       {0x1010, QMessageBox::Critical, {msg::kOk}},  // system-modal changes nothing shown
-      {0x1030, QMessageBox::Warning, {msg::kOk}},
       {0x1040, QMessageBox::Information, {msg::kOk}},
-      {0x1034, QMessageBox::Warning, {msg::kYes, msg::kNo}},
       {0x24, QMessageBox::Question, {msg::kYes, msg::kNo}},
       {0x1, QMessageBox::NoIcon, {msg::kOk, msg::kCancel}},
       {0x3, QMessageBox::NoIcon, {msg::kYes, msg::kNo, msg::kCancel}},

@@ -35,24 +35,6 @@ TEST_F(SelectionDialogTest, TypedWordsAndChosenFieldGiveTheCondition) {
   EXPECT_EQ(Clients(sel_->SQLW()), std::vector<long>{2});
 }
 
-TEST_F(SelectionDialogTest, CloseBoxAndCancelKeepThePreviousResult) {
-  sel_->setEntidad("Clientes");
-  ASSERT_TRUE(ShowWindow([](SelectionWindow& w) {
-    QTest::keyClicks(Cli(w, "txtPalabras"), "ruiz");
-    Click(w, "cmdAceptar");
-  }));
-  const std::string first = sel_->SQLW();
-  ASSERT_FALSE(first.empty());
-  for (bool cancel : {false, true}) {
-    sel_->setEntidad("Clientes");
-    EXPECT_EQ(ShowWindow([&](SelectionWindow& w) {
-      QTest::keyClicks(Cli(w, "txtPalabras"), "otra");
-      if (cancel) Click(w, "cmdCancelar"); else w.close();
-    }), !cancel) << "the close box answers the earlier result";
-    EXPECT_EQ(sel_->SQLW(), first);
-  }
-}
-
 // An unknown province whose list the user cancelled keeps the focus; leaving the window
 // must not validate it again.
 TEST_F(SelectionDialogTest, AnUnknownNameDoesNotTrapTheUserInTheWindow) {
