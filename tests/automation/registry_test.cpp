@@ -23,14 +23,6 @@ std::string TagOf(const std::string& progId) {
   return CreateObject(progId)->GetProperty("Tag").AsString();
 }
 
-// Registered before main runs, as a component's own classes are.
-const ProgIdRegistrar kStatic("Prueba.Estatico", MakesTagged("estático"));
-
-TEST(Registry, StaticRegistrationIsInForceAtStartup) {
-  EXPECT_TRUE(IsProgIdRegistered("prueba.estatico"));
-  EXPECT_EQ(TagOf("Prueba.Estatico"), "estático");
-}
-
 TEST(Registry, CreatesAFreshObjectPerCallInAnyCase) {
   ScopedProgId reg("Prueba.Objeto", MakesTagged("a"));
   auto first = CreateObject("PRUEBA.OBJETO");
@@ -49,11 +41,6 @@ TEST(Registry, ScopedRegistrationRestoresWhatWasThere) {
     EXPECT_EQ(TagOf("Prueba.Cambio"), "original");
   }
   EXPECT_FALSE(IsProgIdRegistered("Prueba.Cambio"));
-  {
-    ScopedProgId over("Prueba.Estatico", MakesTagged("temporal"));
-    EXPECT_EQ(TagOf("Prueba.Estatico"), "temporal");
-  }
-  EXPECT_EQ(TagOf("Prueba.Estatico"), "estático");
 }
 
 TEST(Registry, FactoryFailures) {

@@ -15,15 +15,12 @@ using testing::CaughtError;
 using SpanishDesktop = testing::SpanishLocale;
 
 TEST(ParseNumber, FollowsTheTextConventions) {
+  // One row per rule: groups of three after the first, comma fraction, sign, blanks.
   const std::pair<const char*, std::optional<double>> cases[] = {
-      {"150.000", 150000},  {"2,5", 2.5},         {"150000", 150000},
-      {"1.234.567", 1234567}, {"1.234,5", 1234.5}, {"-3", -3},
-      {"+7", 7},            {"  42 ", 42},        {",5", 0.5},
-      {"0", 0},             {"", std::nullopt},   {"   ", std::nullopt},
-      {"1.5", std::nullopt}, {"1.23", std::nullopt}, {"12.3456", std::nullopt},
-      {".123", std::nullopt}, {"1234.567", std::nullopt}, {"2,", std::nullopt},
-      {"1e3", std::nullopt}, {"abc", std::nullopt}, {"1,2,3", std::nullopt},
-      {"--1", std::nullopt}, {"1 000", std::nullopt}, {"2.5", std::nullopt},
+      {"150.000", 150000}, {"1.234,5", 1234.5}, {"-3", -3}, {"+7", 7}, {"  42 ", 42},
+      {",5", 0.5}, {"", std::nullopt}, {"2,", std::nullopt}, {"1,2,3", std::nullopt},
+      {"1.5", std::nullopt}, {"12.3456", std::nullopt}, {".123", std::nullopt},
+      {"1234.567", std::nullopt}, {"1e3", std::nullopt}, {"--1", std::nullopt},
   };
   for (const auto& [text, value] : cases) EXPECT_EQ(ParseNumber(text), value) << '"' << text << '"';
 }
@@ -47,8 +44,8 @@ TEST(IsNumeric, ByType) {
 }
 
 TEST(CLngAndCInt, RoundHalfToEven) {
-  const std::pair<double, std::int32_t> cases[] = {{2.5, 2}, {3.5, 4}, {-2.5, -2}, {-3.5, -4}, {0.5, 0}, {1.5, 2},
-               {2.4999, 2}, {2.5001, 3}, {-0.4, 0}, {150000.5, 150000}};
+  const std::pair<double, std::int32_t> cases[] = {
+      {2.5, 2}, {3.5, 4}, {-2.5, -2}, {2.4999, 2}, {2.5001, 3}, {150000.5, 150000}};
   for (const auto& [in, out] : cases) {
     EXPECT_EQ(CLng(Variant(in)), out) << in;
     if (out < 32768) {
@@ -56,7 +53,6 @@ TEST(CLngAndCInt, RoundHalfToEven) {
     }
   }
   EXPECT_EQ(CLng(Variant("2,5")), 2);
-  EXPECT_EQ(CLng(Variant("150.000")), 150000);
   EXPECT_EQ(CLng(Variant(true)), -1);
   EXPECT_EQ(CLng(Variant()), 0);
 }
@@ -101,7 +97,6 @@ TEST(StringFunctions, SplitKeepsEmptyItems) {
   EXPECT_EQ(Split("Madrid; Sevilla; ", ";"), (V{"Madrid", " Sevilla", " "}));
   EXPECT_EQ(Split("a;;b", ";"), (V{"a", "", "b"}));
   EXPECT_EQ(Split(";", ";"), (V{"", ""}));
-  EXPECT_EQ(Split("abc", ";"), (V{"abc"}));
   EXPECT_EQ(Split("", ";"), V{});
   EXPECT_EQ(Split("a<>b", "<>"), (V{"a", "b"}));
 }
@@ -111,21 +106,17 @@ TEST(StringFunctions, ReplaceAndLen) {
   EXPECT_EQ(Replace("aaa", "aa", "b"), "ba");
   EXPECT_EQ(Replace("x", "", "y"), "x");
   EXPECT_EQ(Len("Ávila"), 5);
-  EXPECT_EQ(Len(""), 0);
 }
 
 TEST(FormatDate, PatternsOfTheComponent) {
   const Date d = MakeDate(2005, 3, 7, 14, 8, 9);
-  EXPECT_EQ(FormatDate(d, "mm/dd/yy"), "03/07/05");
   EXPECT_EQ(FormatDate(d, "dd/mm/yy hh:mm:ss"), "07/03/05 14:08:09");  // mm after hh: minutes
   EXPECT_EQ(FormatDate(d, "yyyy-mm-dd"), "2005-03-07");
   EXPECT_EQ(FormatDate(d, "d/m/yyyy"), "7/3/2005");
   EXPECT_EQ(FormatDate(MakeDate(1925, 12, 31), "mm/dd/yy"), "12/31/25");
-  EXPECT_EQ(FormatDate(MakeDate(2031, 1, 2), "mm/dd/yy"), "01/02/31");
 }
 
 TEST(FormatNumber, ThousandsMask) {
-  EXPECT_EQ(FormatNumber(150000, "#,###"), "150.000");
   EXPECT_EQ(FormatNumber(1234567, "#,###"), "1.234.567");
   EXPECT_EQ(FormatNumber(999, "#,###"), "999");
   EXPECT_EQ(FormatNumber(0, "#,###"), "");  // "#" digits are optional, as in the runtime

@@ -20,10 +20,8 @@ TEST(Variant, TypeNamesAndExactAccess) {
 
 TEST(Array2D, BoundsAndSubscripts) {
   Array2D a(0, 2, 1, 3);  // three rows of three columns numbered 1..3
-  EXPECT_EQ(a.LBound(1), 0);
-  EXPECT_EQ(a.UBound(1), 2);
   EXPECT_EQ(a.LBound(2), 1);
-  EXPECT_EQ(a.UBound(2), 3);
+  EXPECT_EQ(a.UBound(1), 2);
   a.at(2, 3) = Variant("último");
   a.at(0, 1) = Variant(-1);
   EXPECT_EQ(a.at(2, 3), Variant("último"));
@@ -35,12 +33,10 @@ TEST(Array2D, BoundsAndSubscripts) {
   Variant v(a);
   a.at(0, 1) = Variant(5);
   EXPECT_EQ(v.AsArray().at(0, 1), Variant(-1));
-  EXPECT_EQ(Variant(v), v);
   Array2D none(0, -1, 0, 2);  // an empty dimension
   EXPECT_EQ(none.Count(1), 0);
   EXPECT_THROW(none.at(0, 0), Error);
 }
-
 
 }  // namespace
 }  // namespace cp

@@ -6,10 +6,8 @@
 
 #include "platform/form/check_box.h"
 #include "platform/form/command_button.h"
-#include "platform/form/date_picker.h"
 #include "platform/form/frame.h"
 #include "platform/form/label.h"
-#include "platform/form/ss_tab.h"
 #include "platform/form/text_box.h"
 #include "platform/form/user_control.h"
 #include "tests/support/errors.h"
@@ -18,27 +16,6 @@ namespace cp::form {
 namespace {
 
 using cp::testing::CaughtError;
-
-TEST(ControlContainer, KeepsCreationOrderAndFindsArraysByIndex) {
-  Form f("SeleccionCli");
-  f.AddSSTab("tbsSelec", 2);
-  f.AddDTPicker("dtpAlta", 1);  // elements need not be created in index order
-  f.AddLabel("lblAlta2");
-  f.AddDTPicker("dtpAlta", 0);
-  f.AddTextBox("txtCategorias");
-  f.AddCheckBox("chkCategorias");
-  EXPECT_EQ(f.Controls()[1]->TypeName() + f.Controls()[1]->Name(), "DTPickerdtpAlta");
-  EXPECT_EQ(f.Controls()[3]->Index(), 0);
-  auto array = f.ControlArray("DTPALTA");
-  ASSERT_EQ(array.size(), 2u);
-  EXPECT_EQ(array[0]->Index(), 0);
-  EXPECT_EQ(array[1]->Index(), 1);
-  EXPECT_TRUE(f.IsControlArray("dtpalta"));
-  EXPECT_FALSE(f.IsControlArray("txtCategorias"));
-  EXPECT_EQ(f.Find("TXTCATEGORIAS"), f.Controls()[4]);
-  EXPECT_EQ(&f.Get<DTPicker>("dtpAlta", 0), array[0]);
-  EXPECT_EQ(f.Find("dtpAlta"), nullptr);
-}
 
 TEST(ControlContainer, LookupErrors) {
   Form f("f");

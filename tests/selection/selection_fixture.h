@@ -34,7 +34,6 @@ INSERT INTO Cliente
 INSERT INTO TfnoCli (IdCliente, Numero) VALUES (1, '600 111 222'), (2, '91 555 1234'),
   (4, '600 999 000');
 INSERT INTO CorreoECli (IdCliente, Numero) VALUES (3, 'juan@garcia.es'), (5, 'ruiz@correo.es');
-INSERT INTO TipoCategoria (IdTipoCategoria, Nombre) VALUES (1, 'Inversor'), (2, 'Vip');
 )SQL";
 
 class SelectionTest : public HostTest {
