@@ -150,21 +150,6 @@ TEST_F(SelectionTest, SavedSelectionRoundTrip) {
   EXPECT_EQ(sel_->Seleccion(), saved);
 }
 
-TEST_F(SelectionTest, CruzarLeavesTheDialogResultAlone) {
-  sel_->setEntidad("Agencias");
-  ASSERT_TRUE(Show([](frmSeleccion& d) {
-    d.chkGuardar().setValue(1);
-    Press(d, "cmdAceptar");
-  }));
-  std::int32_t id = 1;
-  std::string to = "Clientes", from = "Demandas";
-  sel_->Cruzar(id, to, from);  // a contact entity still goes to the property control
-  EXPECT_EQ(sel_->Entidad(), "Clientes");
-  EXPECT_EQ(sel_->Seleccion().AsArray().at(0, 0), Variant("tbsSelec"));
-  EXPECT_TRUE(sel_->GuardarSeleccion());
-  EXPECT_TRUE(Show([](frmSeleccion&) {}));  // closed: still the accepted result
-}
-
 TEST_F(SelectionTest, ReachableByProgIdAndByName) {
   RegisterCSeleccion();
   std::shared_ptr<Dispatch> obj = CreateObject("CriterioPredios.CSeleccion");
