@@ -62,7 +62,8 @@ TEST(DispatchObject, LateBindingShortcutsAndErrorsOfTheMember) {
   EXPECT_EQ(s.shown, 1);
   EXPECT_EQ(s.CallMethod("SoloLectura").AsLong(), 7);
   // The member's own error reaches the caller unchanged.
-  EXPECT_EQ(CaughtError([&] { s.SetProperty("SoloEscritura", Variant("no es un número")); }).number(),
+  const Variant text("no es un número");
+  EXPECT_EQ(CaughtError([&] { s.SetProperty("SoloEscritura", text); }).number(),
             err::kTypeMismatch);
   s.SetProperty("soloescritura", Variant("12"));
   EXPECT_EQ(s.written, 12);

@@ -61,7 +61,8 @@ TEST(CLngAndCInt, OverflowAndMismatch) {
   EXPECT_EQ(CInt(Variant(32767.0)), 32767);
   EXPECT_EQ(CInt(Variant(-32768.0)), -32768);
   EXPECT_EQ(CInt(Variant(32766.5)), 32766);  // half to even stays in range
-  EXPECT_EQ(CaughtError([] { CInt(Variant(32767.5)); }).number(), err::kOverflow);  // rounds to 32768
+  // 32767.5 rounds to 32768.
+  EXPECT_EQ(CaughtError([] { CInt(Variant(32767.5)); }).number(), err::kOverflow);
   EXPECT_EQ(CaughtError([] { CInt(Variant(-32768.6)); }).number(), err::kOverflow);
   EXPECT_EQ(CaughtError([] { CInt(Variant("40.000")); }).number(), err::kOverflow);
   EXPECT_EQ(CLng(Variant(2147483647.0)), 2147483647);

@@ -85,7 +85,8 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
   }));
   EXPECT_EQ(Listed("IdCliente"), (std::vector<long>{3, 5}));
   EXPECT_EQ(host_->countLabel().text(), "2 registros de Clientes");
-  EXPECT_TRUE(host_->conditionLabel().text().contains(QString::fromStdString(host_->selection().SQLW())));
+  const QString condition = QString::fromStdString(host_->selection().SQLW());
+  EXPECT_TRUE(host_->conditionLabel().text().contains(condition));
 
   // Cancelling keeps the rows listed.
   EXPECT_FALSE(Select("Agencias", [](frmSeleccion& dlg) { Press(dlg, "cmdCancelar"); }));

@@ -150,7 +150,7 @@ TEST_F(FormViewTest, EnabledAndVisibleFollowTheModelThroughFrames) {
   QWidget* edit = view_->WidgetOf("txtDentro");
   EXPECT_EQ(Widget<QLabel>("lblFuera")->text(), QStringLiteral("Fuera"));
 
-  for (form::Control* c : {static_cast<form::Control*>(&frame), static_cast<form::Control*>(&txt)}) {
+  for (form::Control* c : std::initializer_list<form::Control*>{&frame, &txt}) {
     c->setEnabled(false);
     EXPECT_FALSE(edit->isEnabled()) << c->Name();
     c->setEnabled(true);

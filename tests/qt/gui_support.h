@@ -14,7 +14,9 @@
 #include "qt/qt_modal_runner.h"
 #include "tests/selection/selection_fixture.h"
 
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
+inline void PrintTo(const QString& text, std::ostream* os) {
+  *os << '"' << text.toStdString() << '"';
+}
 inline void PrintTo(const QStringList& list, std::ostream* os) {
   for (const QString& text : list) *os << '"' << text.toStdString() << "\" ";
 }
