@@ -140,18 +140,6 @@ TEST_F(PropertyTest, ConditionTextsAndFailingCriteria) {
          c.Get<form::ComboBox>("cboOpPalabras").setListIndex(2);
          Type(c, "txtPalabras", "Ann");
        }},
-      {"Inm. Propios", "", "",  // boxes greyed with Delete add nothing, whatever they held
-       [](ControlContainer& c) {
-         for (const char* name : {"chkExclusiva", "chkAmueblado", "chkNuevo", "chkTrastero",
-                                  "chkComercial", "chkIndustrial", "chkTransmitido",
-                                  "chkCaducado", "chkIntBolsa", "chkIntAgencia"}) {
-           auto& box = c.Get<form::CheckBox>(name);
-           box.setValue(1);
-           c.Get<form::SSTab>("tbsSelec").setTab(box.Parent()->Index());
-           box.SetFocus();
-           box.SendKeyDown(form::vbKeyDelete, 0);
-         }
-       }},
       {"Inm. Propios",  // a failing word search keeps the condition built before it
        " ( (IPropio.Altura>=3) OR IsNull(IPropio.Altura)) ", "SQL_cboEn de SeleccionInm",
        [](ControlContainer& c) {
