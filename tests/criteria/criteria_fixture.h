@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -75,18 +74,12 @@ class CriteriaTest : public CommonTest {
     CommonTest::TearDown();
   }
 
-  // The first column of every row of a statement, as numbers or as text.
+  // The first column of every row of a statement, as numbers.
   Ids Keys(const std::string& sql) {
     Ids ids;
     for (dao::Recordset rs = BD()->OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
       ids.push_back(CLng(rs.Fields(0).Value()));
     return ids;
-  }
-  std::set<std::string> Names(const std::string& sql) {
-    std::set<std::string> names;
-    for (dao::Recordset rs = BD()->OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
-      names.insert(CStr(rs.Fields(0).Value()));
-    return names;
   }
   // The rows a condition selects, on Demanda when it names that table, else on IPropio.
   Ids Rows(const std::string& where) {

@@ -30,9 +30,9 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
       EXPECT_EQ(list, after);
     };
   };
-  auto any = [&](std::string text, bool empties, std::string field = "TipoInmueble") {
+  auto any = [&](std::string text, bool empties) {
     return [=, this](std::string& w) {
-      SQL_TablaMultiString(Text(text), "Demanda", field, w, empties);
+      SQL_TablaMultiString(Text(text), "Demanda", "TipoInmueble", w, empties);
     };
   };
   auto every = [&](std::string text, bool empties) {
@@ -43,7 +43,7 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
   const std::string h = "IPropio.Huecos", z = "IPropio.IdZona", t = "Demanda.TipoInmueble";
   const std::string piso = Patterns(t, "Piso"), local = Patterns(t, "Local");
   const std::string pisoLocal = "(" + piso + " OR " + local + ")";
-  const std::string zn = "( (" + z + " Is Null) ", dz = "Demanda.Zona";
+  const std::string zn = "( (" + z + " Is Null) ";
   auto zones = [&](std::initializer_list<const char*> ids) {
     std::string s = zn;
     for (const char* id : ids) s += " OR (" + z + " = " + id + ") ";
@@ -59,24 +59,14 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
       {"openings from 2, joined", numA("2", "", false), "C", "C AND  (" + h + " >= 2) "},
       {"openings from 4 or unknown, letters ignored", numA("4", "x", true), "",
        " ((" + h + " >= 4 OR IsNull(" + h + ")) ) ", Ids{3, 4, 5, 9}},
-      {"openings between 3 and 1: as given, nothing", numA("3", "1", false), "",
-       " (" + h + " BETWEEN 3 AND 1) ", Ids{}},
-      {"decimals round to even", numA("2,5", "3,5", false), "", " (" + h + " BETWEEN 2 AND 4) "},
       {"openings, nothing typed", numA("", "", true), "C", "C"},
-      {"openings, letters", numA("a", "b", true), "", ""},
       {"zones by name, an empty zone passes", ids("Madrid; Sevilla", "Madrid; Sevilla;"), "",
        zones({"4", "9"}), Ids{1, 2, 3, 7, 8, 9}},
       {"zone with its semicolon, joined", ids("Madrid;", "Madrid;"), "C", "C AND " + zones({"4"})},
-      {"spaced capitals", ids("  ÁVILA  ", "  ÁVILA  ;"), "", zones({"5"})},
       {"quote, and an unknown zone", ids("O'Donnell;Nowhere", "O'Donnell;Nowhere;"), "",
        zones({"6", "-1"})},
-      {"bar", ids("Norte|Sur", "Norte|Sur;"), "", zones({"7"})},
       {"empty item", ids("Madrid;;", "Madrid;;"), "", zones({"4", "-1"})},
       {"no zones", ids("", ""), "C", "C"},
-      {"zones in any case", ids("madrid; ávila", "madrid; ávila;"), "", zones({"4", "5"}),
-       Ids{1, 3, 4, 7, 9}},
-      {"unknown zone: only rows without zone", ids("Marte", "Marte;"), "", zones({"-1"}),
-       Ids{3, 9}},
       {"text ids are quoted, found or not",
        ids("Beta; Gamma", "Beta; Gamma;", "Codigo", "IdCodigo"), "",
        "( (IPropio.IdCodigo Is Null)  OR (IPropio.IdCodigo = 'B2')  OR "
@@ -84,31 +74,17 @@ TEST_F(MultiValuedConditionsTest, TextAndRowsOfEveryBuilder) {
       {"any of Piso: alone, first, last, inside, in capitals; never Pisos or Mi Piso",
        any("Piso", false), "", "(" + piso + ")", Ids{1, 2, 3, 4, 9}},
       {"any of Piso; Local", any("Piso; Local", false), "", pisoLocal, Ids{1, 2, 3, 4, 8, 9}},
-      {"closing semicolon", any("Piso; Local;", false), "", pisoLocal},
       {"spaces trimmed", any("  Piso ;Local ;  ", false), "", pisoLocal},
       {"any, joined", any("Piso; Local", false), "C", "C AND " + pisoLocal},
       {"any of piso or an empty field (not a Null one)", any("piso", true), "",
        "(" + Patterns(t, "piso") + " OR (" + t + " = ''))", Ids{1, 2, 3, 4, 6, 9}},
-      {"an empty item in the middle", any("Piso;;Local", false), "",
-       "(" + piso + " OR " + Patterns(t, "") + " OR " + local + ")"},
       {"only empty items", any(";;", false), "",
        "(" + Patterns(t, "") + " OR " + Patterns(t, "") + ")"},
       {"quote and bar in an item", any("O'Donnell|2", false), "",
        "(" + Patterns(t, "O''Donnell' + chr(124) + '2") + ")"},
-      {"any, nothing typed", any("", true), "C", "C"},
       {"any, blank items", any(" ; ", true), "C", "C"},
-      {"accented item in any case", any("ÁTICO", false), "", "(" + Patterns(t, "ÁTICO") + ")",
-       Ids{4}},
-      {"quote in an item, first and last position", any("O'Donnell", false, "Zona"), "",
-       "(" + Patterns(dz, "O''Donnell") + ")", Ids{1, 7}},
-      {"bar in an item", any("Norte|Sur", false, "Zona"), "",
-       "(" + Patterns(dz, "Norte' + chr(124) + 'Sur") + ")", Ids{2}},
-      {"accented capitals equal", any("Ávila", false, "Zona"), "",
-       "(" + Patterns(dz, "Ávila") + ")", Ids{9, 10}},
       {"every one of Piso; Local", every("Piso; Local", false), "",
        "(" + piso + " AND " + local + ")", Ids{2, 3, 4}},
-      {"every, closing semicolon", every("Piso; Local;", true), "",
-       "(" + piso + " AND " + local + ")"},
       {"every, joined", every("Piso", true), "C", "C AND (" + piso + ")"},
       {"every item, nothing typed: only empty fields", every("", true), "", " (" + t + "='')",
        Ids{6}},

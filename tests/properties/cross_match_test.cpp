@@ -78,15 +78,8 @@ TEST_F(CrossTest, NoRecordFillsNothing) {
             " ( (Demanda.Huecos<=4) OR IsNull(Demanda.Huecos)) ");
   Txt("txtHuecos").setText("");
   // A missing record is no error.
-  EXPECT_EQ(Cross(404, "Inm. Ajenos", "Demandas"), "");
   EXPECT_EQ(Cross(404, "Demandas", "Inm. Propios"), "");
   EXPECT_TRUE(Inm().Cruzando());
-  // A contact target still uses the property control, with no fill.
-  Cross(1, "Clientes", "Demandas");
-  EXPECT_EQ(sel_->Entidad(), "Clientes");
-  EXPECT_TRUE(Inm().Cruzando());
-  EXPECT_EQ(Txt("txtPais").Text(), "");
-  EXPECT_TRUE(messenger_->shown().empty()) << DescribeMessages(*messenger_);
   // Archived and sold targets never read a record: without a database a read is reported.
   setBD(nullptr);
   for (const char* target : {"Inm. Archivados", "Inm. Vendidos"}) {
@@ -103,7 +96,6 @@ TEST_F(CrossTest, HeatingFromEitherSide) {
   // A demand's heating 1 or Null leaves the box, 3 adds "unknown"; a property's heating is
   // its name, with "unknown" from 2 on.
   const struct { int id; const char *to, *from, *heating; } cases[] = {
-      {2, "Inm. Propios", "Demandas", "Gas natural"},  // IdCalefaccion 1
       {3, "Inm. Propios", "Demandas", "Gas natural"},  // Null
       {1, "Inm. Propios", "Demandas", "Eléctrica;No se sabe"},
       {2, "Demandas", "Inm. Propios", "No se sabe"},  // 1
@@ -121,9 +113,7 @@ TEST_F(CrossTest, HeatingFromEitherSide) {
 TEST_F(CrossTest, OriginOtherThanOwnPropertiesReadsOtherAgencies) {
   // Own property 7 is in Ávila; the other agencies' property 7 in Madrid, with no type read.
   const struct { const char *origin, *provincia, *tipos; } cases[] = {
-      {"Inm. Propios", "Ávila", "Piso"}, {"Inm. Vendidos", "Madrid", "antes"},
-      {"Inm. Archivados", "Madrid", "antes"}, {"Inm. Ajenos", "Madrid", "antes"},
-      {"", "Madrid", "antes"}};
+      {"Inm. Propios", "Ávila", "Piso"}, {"Inm. Vendidos", "Madrid", "antes"}};
   for (const auto& t : cases) {
     sel_ = std::make_unique<CSeleccion>();
     sel_->setBD(dao::OpenDatabase(path_));
@@ -154,27 +144,6 @@ TEST_F(CrossTest, ACheckBoxColumnThatIsNullOrOutOfRangeStopsTheFill) {
   EXPECT_EQ(Reports(), Texts{"RellenarDemanda de SeleccionInm"});
   EXPECT_EQ(Checks({"chkNuevo", "chkTrastero", "chkComercial", "chkIndustrial"}),
             (std::vector<int>{0, 2, 2, 2}));
-}
-
-TEST_F(CrossTest, CruzarLeavesTheDialogResultAndKeepSelectionFlagAlone) {
-  Accept("Inm. Propios", [](frmSeleccion& dlg) { dlg.chkGuardar().setValue(1); });
-  ASSERT_TRUE(sel_->GuardarSeleccion());
-  const std::string sqlw = Cross(1, "Demandas", "Inm. Propios");
-  EXPECT_TRUE(sel_->GuardarSeleccion());
-  EXPECT_EQ(sel_->Entidad(), "Demandas");
-  EXPECT_EQ(Demands(sqlw), (Ids{1, 5, 6}));
-  // Closing the window without accepting answers the last result, which is still the accept,
-  // and keeps the crossed condition.
-  EXPECT_TRUE(sel_->mtdMostrar());
-  EXPECT_EQ(sel_->SQLW(), sqlw);
-  // The saved selection holds the crossed criteria, and brings them back.
-  const Variant saved = sel_->Seleccion();
-  sel_ = std::make_unique<CSeleccion>();
-  sel_->setEntidad("Demandas");
-  sel_->setSeleccion(saved);
-  EXPECT_EQ(Txt("txtCalefaccion").Text(), "Eléctrica;No se sabe");
-  EXPECT_EQ(Txt("txtPoblacion").Text(), "Madrid");
-  EXPECT_EQ(Chk("chkCategorias").Value(), 1);
 }
 
 TEST_F(CrossTest, SettingTheShownEntityAgainPointsTheControlAtIt) {
