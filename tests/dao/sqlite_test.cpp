@@ -12,6 +12,7 @@
 #include "platform/dao/dao_errors.h"
 #include "platform/sqlite/native.h"
 #include "tests/support/errors.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::sqlite {
 namespace {
@@ -23,16 +24,8 @@ namespace fs = std::filesystem;
 
 class SqliteTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    folder_ = fs::temp_directory_path() / ("cp_sqlite_" + std::to_string(::getpid()) + "_" +
-                                           ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-  std::string PathOf(const std::string& name) const { return (folder_ / name).string(); }
-
-  fs::path folder_;
+  std::string PathOf(const std::string& name) const { return dir_.File(name); }
+  cp::testing::ScratchDir dir_;
 };
 
 TEST_F(SqliteTest, OpeningFailuresNameTheFileOrPath) {

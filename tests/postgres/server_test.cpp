@@ -1,13 +1,10 @@
 // The component on a shared server: the same answers as on SQLite, and connection failures
 // reported with DAO numbers.
-#include <unistd.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -37,6 +34,7 @@
 #include "tests/common/common_fixture.h"
 #include "tests/support/errors.h"
 #include "tests/support/pg_server.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::testing {
 namespace {
@@ -95,35 +93,6 @@ void Enter(form::ControlContainer& controls, const std::string& set) {
   }
 }
 
-
-struct SampleDatabases {
-  std::string sqlite;  // file path
-  std::string server;  // connection text ("" without a test server)
-};
-
-// Made once per process with the demo data for `size` properties (the server side in a
-// fresh schema of the given database).
-const SampleDatabases& Samples(const std::string& serverDatabase, int size) {
-  // The files go with the process (the server's schemas go with the test cluster).
-  static struct Made : std::map<std::string, SampleDatabases> {
-    ~Made() {
-      std::error_code ec;
-      for (const auto& [name, s] : *this) std::filesystem::remove(s.sqlite, ec);
-    }
-  } made;
-  auto& s = made[serverDatabase];
-  if (!s.sqlite.empty()) return s;
-  s.sqlite = (std::filesystem::temp_directory_path() /
-              ("cp_pg_sample_" + std::to_string(::getpid()) + "_" + serverDatabase + ".sqlite"))
-                 .string();
-  std::filesystem::remove(s.sqlite);
-  sample::CreateSampleDatabase(s.sqlite, sample::DemoOptions{size});
-  if (TestServer()) {
-    s.server = CreateServerDatabase(serverDatabase, false);
-    sample::CreateSampleDatabase(s.server, sample::DemoOptions{size});
-  }
-  return s;
-}
 
 // A host's selection (the sets entered in the dialog, then Aceptar) or cross-match, then its
 // query: the first column of every row (sorted), or {"error", message} when it failed.
@@ -258,7 +227,12 @@ class Differential : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
   if (!TestServer()) GTEST_SKIP() << "no PostgreSQL test server";
-  const SampleDatabases& db = Samples(GetParam(), 200);
+  // The same demo data in a SQLite file and in a fresh schema of the server's database.
+  ScratchDir dir;
+  const std::string sqlite = dir.File("muestra.sqlite");
+  const std::string server = CreateServerDatabase(GetParam(), false);
+  for (const std::string& db : {sqlite, server})
+    sample::CreateSampleDatabase(db, sample::DemoOptions{200});
   Random r(20240611);
   int states = 0, differences = 0, nonEmpty = 0, failed = 0;
   auto compare = [&](const std::vector<std::string>& a, const std::vector<std::string>& b,
@@ -283,7 +257,7 @@ TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
           sets = PropertyState(r, entity == "Demandas");
         std::string what = entity;
         for (const auto& set : sets) what += " --set '" + set + "'";
-        compare(WhereIds(db.sqlite, entity, sets), WhereIds(db.server, entity, sets), what);
+        compare(WhereIds(sqlite, entity, sets), WhereIds(server, entity, sets), what);
       }
     }
   }
@@ -293,7 +267,7 @@ TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
   for (const auto& [from, to] : directions) {
     for (int i = 0; i < kCrossesPerDirection; ++i) {
       const int id = 1 + r.Below(100);
-      compare(CrossIds(db.sqlite, id, from, to), CrossIds(db.server, id, from, to),
+      compare(CrossIds(sqlite, id, from, to), CrossIds(server, id, from, to),
               "cross " + from + " " + std::to_string(id) + " -> " + to);
     }
   }
@@ -337,14 +311,17 @@ TEST_F(ServerErrors, OpeningFailuresGiveDaoNumbers) {
 TEST_F(ServerErrors, LostConnectionIsReportedAndTheNextUseReconnects) {
   const std::string connection = CreateServerDatabase("cp_c", false) + " application_name=cp_lost";
   postgres::Session(connection, postgres::Session::Purpose::Tool)
-      .Execute("CREATE TABLE zona (idzona integer, nombre varchar(50)); INSERT INTO zona VALUES (1, 'Centro')");
+      .Execute("CREATE TABLE zona (idzona integer, nombre varchar(50));"
+               "INSERT INTO zona VALUES (1, 'Centro')");
   auto db = dao::OpenDatabase(connection);
   postgres::Session(*TestServer() + " dbname=postgres", postgres::Session::Purpose::Tool)
-      .Execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE application_name = 'cp_lost'");
+      .Execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+               "WHERE application_name = 'cp_lost'");
 
   EXPECT_FALSE(Atrapar("Cruzar", [&] { db->OpenRecordset("SELECT Nombre FROM Zona"); }));
   ASSERT_EQ(messenger_->shown().size(), 1u);
-  EXPECT_NE(messenger_->shown()[0].text.find("conexión"), std::string::npos) << messenger_->shown()[0].text;
+  const std::string shown = messenger_->shown()[0].text;
+  EXPECT_NE(shown.find("conexión"), std::string::npos) << shown;
   EXPECT_NE(Log().find("3151"), std::string::npos) << Log();
 
   auto rs = db->OpenRecordset("SELECT Nombre FROM Zona");
