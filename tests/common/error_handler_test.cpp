@@ -60,15 +60,6 @@ TEST_F(ErrorHandlerTest, EachKnownNumberAndAnyOtherShowsItsBoxAndIsLogged) {
   }
 }
 
-TEST_F(ErrorHandlerTest, DefaultTitleAndVersionAreTheComponentsOwn) {
-  // The fixture restores whatever the process had; a fresh process has the defaults.
-  ManejarError("x", Error(7, "Memoria insuficiente"));
-  ManejarError("x", Error(5, "d"));
-  ASSERT_EQ(messenger_->shown().size(), 2u);
-  EXPECT_NE(messenger_->shown()[0].text.find("reiniciar CriterioPredios para"), std::string::npos);
-  EXPECT_EQ(messenger_->shown()[1].title, "Error. - Versión: 0.1.0");
-}
-
 TEST_F(ErrorHandlerTest, AcceptedReportTurnsLaterGenericBoxesIntoPlainOnes) {
   setVersionPrograma("1.0.0");
   messenger_->QueueAnswer(msg::kYes);

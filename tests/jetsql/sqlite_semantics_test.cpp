@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <set>
 
 #include "tests/jetsql/semantics_database.h"
 #include "tests/support/spanish_locale.h"
@@ -194,32 +193,6 @@ TEST_P(JetSemantics, PlusAmpersandAndChrFollowJet) {
             "error: No coinciden los tipos de datos en la expresión de criterios.");
   EXPECT_EQ(db.Value("SELECT chr(Numero * 100) AS v FROM Uno"),
             "error: Llamada a procedimiento o argumento no válidos");
-}
-
-TEST(SqliteSemantics, DistinctAndOrderByFoldCaseAsJetDoes) {
-  MemoryDatabase db;
-  db.Exec(
-      "CREATE TABLE Agencia (IdAgencia INTEGER PRIMARY KEY, Alias VARCHAR(50));"
-      "INSERT INTO Agencia VALUES (1,'bravo'),(2,'Centro'),(3,'álamo'),(4,'Ávila Casas'),"
-      "(5,'CENTRO'),(6,NULL),(1000000,'Aaa propia');");
-  auto rows = db.Rows("SELECT Alias FROM Agencia WHERE IdAgencia<1000000 ORDER BY Alias ASC");
-  ASSERT_EQ(rows.size(), 6u);
-  // Null first, then by letter: accents and case do not separate a word from its letter.
-  EXPECT_EQ(rows[0][0], "<Null>");
-  EXPECT_EQ(rows[1][0], "álamo");
-  EXPECT_EQ(rows[2][0], "Ávila Casas");
-  EXPECT_EQ(rows[3][0], "bravo");
-  EXPECT_NE(rows[4][0].find("entro"), std::string::npos);
-  auto descending = db.Rows("SELECT Alias FROM Agencia ORDER BY Alias DESC");
-  ASSERT_EQ(descending.size(), 7u);
-  EXPECT_EQ(std::set<std::string>({descending[0][0], descending[1][0]}),
-            std::set<std::string>({"Centro", "CENTRO"}));
-  EXPECT_EQ(descending[2][0], "bravo");
-  EXPECT_EQ(descending[6][0], "<Null>");
-  // 'Centro' and 'CENTRO' are one value for DISTINCT; Null is one more.
-  EXPECT_EQ(db.Rows("SELECT DISTINCT Alias FROM Agencia WHERE IdAgencia < 1000000").size(), 5u);
-  auto named = db.Rows("SELECT DISTINCT Agencia.Alias FROM Agencia WHERE Alias LIKE 'c*'");
-  ASSERT_EQ(named.size(), 1u);
 }
 
 using SpanishDesktop = cp::testing::SpanishLocale;
