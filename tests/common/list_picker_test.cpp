@@ -1,9 +1,5 @@
 // The list picker bridge against the scripted picker: the property protocol as a sequence,
 // the result rules, the modal flag and every failure the user sees.
-#include <unistd.h>
-
-#include <filesystem>
-
 #include "common/list_picker.h"
 #include "common/scripted_list_picker.h"
 #include "common/shared_state.h"
@@ -12,6 +8,7 @@
 #include "platform/dao/connect.h"
 #include "platform/sqlite/native.h"
 #include "tests/common/common_fixture.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::testing {
 namespace {
@@ -19,10 +16,8 @@ namespace {
 class ListPickerTest : public CommonTest {
  protected:
   static void SetUpTestSuite() {
-    path_ = (std::filesystem::temp_directory_path() /
-             ("cp_list_picker_" + std::to_string(::getpid()) + ".sqlite"))
-                .string();
-    std::filesystem::remove(path_);
+    scratch_ = new ScratchDir;
+    path_ = scratch_->File("listas.sqlite");
     sqlite::NativeDatabase db(path_, sqlite::NativeDatabase::Mode::CreateIfMissing);
     db.ExecuteNative(
         "CREATE TABLE Zona (IdZona INTEGER PRIMARY KEY AUTOINCREMENT, Nombre VARCHAR(50));"
@@ -30,7 +25,7 @@ class ListPickerTest : public CommonTest {
         "CREATE TABLE PrPa (IdProvincia INTEGER, IdPais INTEGER);"
         "INSERT INTO Zona (Nombre) VALUES ('Centro'), ('Norte');");
   }
-  static void TearDownTestSuite() { std::filesystem::remove(path_); }
+  static void TearDownTestSuite() { delete scratch_; }
 
   void SetUp() override {
     CommonTest::SetUp();
@@ -56,6 +51,7 @@ class ListPickerTest : public CommonTest {
     return messenger_->shown().empty() ? "" : messenger_->shown().front().text;
   }
 
+  static inline ScratchDir* scratch_ = nullptr;
   static inline std::string path_;
 };
 
