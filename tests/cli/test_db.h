@@ -1,6 +1,6 @@
 #pragma once
-// Helpers of the tool's tests: a scratch folder removed at the end, a subcommand's result,
-// and the scratch database helper to read the files the tool writes.
+// Helpers of the tool's tests: a subcommand's result, and the scratch folder and database
+// helpers to read the files the tool writes.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -20,21 +20,8 @@ namespace cp::cli::testing {
 
 using cp::testing::kNullText;
 using cp::testing::ScratchDb;
+using cp::testing::ScratchDir;
 using cp::testing::TextRow;
-
-class ScratchDir {
- public:
-  ScratchDir() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "cp_cli_XXXXXX").string();
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("mkdtemp");
-    path_ = pattern;
-  }
-  ~ScratchDir() { std::error_code ec; std::filesystem::remove_all(path_, ec); }
-  std::string File(const std::string& name) const { return (path_ / name).string(); }
-
- private:
-  std::filesystem::path path_;
-};
 
 // What a subcommand gave: exit status, standard output, standard error.
 struct Result {

@@ -2,10 +2,7 @@
 // The engines the DAO suite runs over. A backend makes fresh empty databases and writes the
 // suite's tables in its own native SQL, so the same DAO tests can run on every engine:
 // SQLite in temporary files, and the test server under a C and a UTF-8 default collation.
-#include <unistd.h>
-
 #include <charconv>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -20,6 +17,7 @@
 #include "platform/postgres/session.h"
 #include "platform/sqlite/native.h"
 #include "tests/support/pg_server.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::dao::testing {
 
@@ -33,21 +31,13 @@ class TestBackend {
   };
   explicit TestBackend(Dialect d, std::string serverDatabase = "")
       : d_(std::move(d)), server_(std::move(serverDatabase)) {}
-  ~TestBackend() {
-    std::error_code ec;
-    for (const auto& f : files_) std::filesystem::remove(f, ec);
-  }
 
   // A new, empty database; returns its connection text (for OpenDatabase).
   std::string CreateDatabase() {
     if (!server_.empty()) return cp::testing::CreateServerDatabase(server_, true);
-    static int counter = 0;
-    const auto path = std::filesystem::temp_directory_path() /
-        ("cp_dao_" + std::to_string(::getpid()) + "_" + std::to_string(++counter) + ".sqlite");
-    std::filesystem::remove(path);
-    files_.push_back(path.string());
-    sqlite::NativeDatabase(path.string(), sqlite::NativeDatabase::Mode::CreateIfMissing);
-    return path.string();
+    const std::string path = dir_.File(std::to_string(++files_) + ".sqlite");
+    sqlite::NativeDatabase(path, sqlite::NativeDatabase::Mode::CreateIfMissing);
+    return path;
   }
   // Runs native SQL on a database made by CreateDatabase.
   void Execute(const std::string& connection, const std::string& sql) {
@@ -83,7 +73,8 @@ class TestBackend {
  private:
   Dialect d_;
   std::string server_;
-  std::vector<std::string> files_;
+  cp::testing::ScratchDir dir_;
+  int files_ = 0;
   std::map<std::string, std::unique_ptr<postgres::Session>> sessions_;
 };
 

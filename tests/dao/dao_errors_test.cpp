@@ -23,17 +23,13 @@ struct FailureCase {
   const char* named;
 };
 
+// Missing columns, statement syntax, unreadable and unopenable files are met for real
+// in the DAO suite and the SQLite tests; these are the other failures.
 TEST(DaoErrors, SqliteFailuresMapToDaoNumbers) {
   const char* file = "/no/such/folder/datos.db";
   const std::vector<FailureCase> cases = {
       {SQLITE_ERROR, "no such table: main.Zonas", SqlContext::Statement,
        daoerr::kTableNotFound, "'Zonas'"},
-      {SQLITE_ERROR, "no such column: Zona.Fantasma", SqlContext::Statement,
-       daoerr::kTooFewParameters, "'Zona.Fantasma'"},
-      {SQLITE_ERROR, "no such column: Fantasma", SqlContext::Criterion,
-       daoerr::kUnknownFieldInExpression, "'Fantasma'"},
-      {SQLITE_ERROR, "near \"FORM\": syntax error", SqlContext::Statement,
-       daoerr::kSyntaxInQuery, "FORM"},
       {SQLITE_ERROR, "near \"FORM\": syntax error", SqlContext::Criterion,
        daoerr::kSyntaxInExpression, "FORM"},
       {SQLITE_ERROR, "unrecognized token: \"#\"", SqlContext::Statement,
@@ -44,13 +40,10 @@ TEST(DaoErrors, SqliteFailuresMapToDaoNumbers) {
        daoerr::kUndefinedFunction, "'jet_like'"},
       {SQLITE_CORRUPT, "database disk image is malformed", SqlContext::Statement,
        daoerr::kEngineFailure, "database disk image is malformed"},
+      // An extended code maps as its primary code.
       {SQLITE_BUSY_SNAPSHOT, "database is locked", SqlContext::Statement, daoerr::kBusy, file},
       {SQLITE_LOCKED, "database table is locked: Zona", SqlContext::Statement, daoerr::kLocked,
        "Zona"},
-      {SQLITE_NOTADB, "file is not a database", SqlContext::Statement,
-       daoerr::kUnrecognisedFormat, file},
-      {SQLITE_CANTOPEN, "unable to open database file", SqlContext::Statement,
-       daoerr::kInvalidPath, file},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.message);
@@ -65,21 +58,15 @@ TEST(DaoErrors, SqliteFailuresMapToDaoNumbers) {
   }
 }
 
+// The schema's own declarations are read back in the DAO suite; these are the other shapes.
 TEST(DaoTypes, DeclaredTypesMapToDaoCodes) {
   const struct {
     const char* declared;
     int type;
     long size;
   } cases[] = {
-      {"VARCHAR(50)", dbText, 50}, {"varchar ( 12 )", dbText, 12}, {"CHAR(2)", dbText, 2},
-      {"VARCHAR", dbText, 255},    {"TEXT(30)", dbText, 30},      {"TEXT", dbMemo, 0},
-      {"MEMO", dbMemo, 0},         {"INTEGER", dbLong, 4},        {"int", dbLong, 4},
-      {"LONG", dbLong, 4},         {"COUNTER", dbLong, 4},        {"SMALLINT", dbInteger, 2},
-      {"TINYINT", dbByte, 1},      {"BYTE", dbByte, 1},           {"BOOLEAN", dbBoolean, 1},
-      {"BIT", dbBoolean, 1},       {"YESNO", dbBoolean, 1},       {"DOUBLE", dbDouble, 8},
-      {"REAL", dbDouble, 8},       {"FLOAT", dbDouble, 8},        {"CURRENCY", dbCurrency, 8},
-      {"MONEY", dbCurrency, 8},    {"DATETIME", dbDate, 8},       {"date", dbDate, 8},
-      {"", 0, 0},                  {"BLOB", 0, 0},
+      {"varchar ( 12 )", dbText, 12}, {"VARCHAR", dbText, 255}, {"TEXT(30)", dbText, 30},
+      {"date", dbDate, 8},            {"", 0, 0},               {"BLOB", 0, 0},
   };
   for (const auto& c : cases) {
     const ColumnType t = TypeFromDeclaration(c.declared);

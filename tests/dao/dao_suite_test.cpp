@@ -175,11 +175,9 @@ TEST_P(DaoSuite, UnknownFieldIsNotInTheCollection) {
 
 TEST_P(DaoSuite, FindFirstSearchesFromTheTopWithJetRules) {
   const std::vector<std::pair<const char*, int>> zonas = {  // id found, 0: no match
-      {"Nombre = 'MADRID'", 1},        {"Nombre = 'ÁVILA'", 2},
-      {"Nombre = 'málaga'", 3},        {"Nombre LIKE 'ÁVILA*'", 2},
-      {"Nombre LIKE '*norte'", 5},     {"Nombre = 'O''Donnell'", 4},
-      {"IsNull(Orden)", 4},            {"Orden > 2", 1}, {"Orden >= 4 AND Nombre LIKE 'á*'", 5},
-      {"Nombre = 'Cádiz'", 0},         {"Orden > 100", 0},
+      {"Nombre = 'MADRID'", 1},   {"Nombre = 'ÁVILA'", 2},  {"Nombre LIKE 'ÁVILA*'", 2},
+      {"Nombre = 'O''Donnell'", 4}, {"IsNull(Orden)", 4}, {"Orden >= 4 AND Nombre LIKE 'á*'", 5},
+      {"Nombre = 'Cádiz'", 0},
   };
   auto rs = db_->OpenRecordset("SELECT IdZona, Nombre, Orden FROM Zona ORDER BY IdZona");
   for (const auto& [criterion, id] : zonas) {

@@ -131,7 +131,8 @@ class ServerDatabase : public SemanticsDatabase {
       std::vector<std::vector<std::string>> rows;
       for (int i = 0; i < r.Rows(); ++i) {
         std::vector<std::string> row;
-        for (int c = 0; c < r.Columns(); ++c) row.push_back(r.IsNull(i, c) ? "<Null>" : r.Text(i, c));
+        for (int c = 0; c < r.Columns(); ++c)
+          row.push_back(r.IsNull(i, c) ? "<Null>" : r.Text(i, c));
         rows.push_back(std::move(row));
       }
       return rows;

@@ -26,95 +26,54 @@ void ExpectStatements(const std::vector<Case>& cases) {
   }
 }
 
-TEST(TranslateSqlite, NumberComparisonsLeaveTheColumnBareForItsIndex) {
+TEST(TranslateSqlite, ConditionsByConstruct) {
   ExpectConditions({
-      {"T.IdX = 5", "T.IdX = 5"}, {"5 = T.IdX", "5 = T.IdX"}, {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
-      {"T.IdX not in (1, 2)", "T.IdX NOT IN (1, 2)"}, {"T.Id>=120", "T.Id >= 120"},
-      {"T.Id<>-1", "T.Id <> -1"}, {"T.Precio BETWEEN 2 AND 4", "T.Precio BETWEEN 2 AND 4"},
+      // Number comparisons leave the column bare for its index.
+      {"T.IdX = 5", "T.IdX = 5"}, {"5 = T.IdX", "5 = T.IdX"},
+      {"T.IdX not in (1, 2)", "T.IdX NOT IN (1, 2)"}, {"T.Id<>-1", "T.Id <> -1"},
       {"150000 BETWEEN T.Min AND T.Max", "150000 BETWEEN T.Min AND T.Max"},
       {"T.Precio NOT BETWEEN 1.5 AND 2E3", "T.Precio NOT BETWEEN 1.5 AND 2E3"},
-  });
-}
-
-TEST(TranslateSqlite, TextComparisonsUseTheJetCollation) {
-  ExpectConditions({
+      // Text comparisons use the Jet collation.
       {"T.Nombre = 'Ávila'", "T.Nombre COLLATE JET_NOCASE = 'Ávila'"},
-      {"'Ávila' < T.Nombre", "'Ávila' COLLATE JET_NOCASE < T.Nombre"},
       {"T.Nombre = \"dice \"\"hola\"\"\"", "T.Nombre COLLATE JET_NOCASE = 'dice \"hola\"'"},
-      {"T.Nombre = 'O''Brien'", "T.Nombre COLLATE JET_NOCASE = 'O''Brien'"},
-      {"T.Nombre BETWEEN 'a' AND 'm'", "T.Nombre COLLATE JET_NOCASE BETWEEN 'a' AND 'm'"},
-      {"T.Nombre IN ('a', 'b')", "T.Nombre COLLATE JET_NOCASE IN ('a', 'b')"},
       // Nothing is known of two columns: the collation acts only if both hold text.
       {"A.x = B.y", "A.x COLLATE JET_NOCASE = B.y"},
       {"(T.a + T.b) = 'x'", "(jet_add(T.a, T.b)) COLLATE JET_NOCASE = 'x'"},
-  });
-}
-
-TEST(TranslateSqlite, LikeGoesThroughTheJetPatternFunction) {
-  ExpectConditions({
+      {"Cliente.IdCliente In (SELECT IdCliente FROM TfnoCli WHERE Numero LIKE '*garcia*')",
+       "Cliente.IdCliente COLLATE JET_NOCASE IN (SELECT IdCliente FROM TfnoCli WHERE "
+       "jet_like('*garcia*', Numero))"},
+      // LIKE goes through the Jet pattern function.
       {"Cliente.Apellidos LIKE 'garcia*'", "jet_like('garcia*', Cliente.Apellidos)"},
       {"T.x NOT LIKE '*a?b#[!c-d]'", "NOT jet_like('*a?b#[!c-d]', T.x)"},
       {"T.x LIKE '*' & T.y & '*'", "jet_like(jet_concat('*', T.y, '*'), T.x)"},
       {"NOT T.x LIKE 'a*' AND T.y = 1", "NOT jet_like('a*', T.x) AND T.y = 1"},
-  });
-}
-
-TEST(TranslateSqlite, DateLiteralsAreIsoTextAgainstNormalisedDates) {
-  ExpectConditions({
+      // Date literals are ISO text against normalised dates.
       {"T.Fecha >= #03/07/05# ", "jet_date(T.Fecha) >= '2005-03-07'"},
-      {"T.Fecha <= #12/31/1999#", "jet_date(T.Fecha) <= '1999-12-31'"},
-      {"T.Fecha > #1/2/29#", "jet_date(T.Fecha) > '2029-01-02'"},
-      {"T.Fecha > #1/2/30#", "jet_date(T.Fecha) > '1930-01-02'"},
       {"T.Fecha = #01/02/2005 15:04#", "jet_date(T.Fecha) = '2005-01-02 15:04:00'"},
-      {"T.Fecha = #1/2/2005 12:30:05 AM#", "jet_date(T.Fecha) = '2005-01-02 00:30:05'"},
-      {"T.Fecha = #2005-01-02#", "jet_date(T.Fecha) = '2005-01-02'"},
-      {"T.Fecha BETWEEN #1/1/05# AND #12/31/05#",
-       "jet_date(T.Fecha) BETWEEN '2005-01-01' AND '2005-12-31'"},
       {"T.Fecha IN (#1/1/05#, T.Otra)", "jet_date(T.Fecha) IN ('2005-01-01', jet_date(T.Otra))"},
       {"#1/1/05# < T.Fecha", "'2005-01-01' < jet_date(T.Fecha)"},
       {"T.Fecha = Null", "T.Fecha = NULL"},
-  });
-}
-
-TEST(TranslateSqlite, BooleansMatchOneAndMinusOne) {
-  ExpectConditions({
-      {"T.Activo = TRUE", "T.Activo IN (1, -1)"}, {"TRUE = T.Activo", "T.Activo IN (1, -1)"},
-      {"T.Activo <> TRUE", "T.Activo NOT IN (1, -1)"}, {"T.Activo = false", "T.Activo = 0"},
-      {"T.Activo <> FALSE", "T.Activo <> 0"}, {"( Activo = TRUE ) ", "(Activo IN (1, -1))"},
-      {"T.Nivel > TRUE", "T.Nivel > -1"},
-  });
-}
-
-TEST(TranslateSqlite, NullTestsInBothForms) {
-  ExpectConditions({
-      {"IsNull(T.Min)", "(T.Min IS NULL)"}, {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"},
-      {"T.IdZona Is Null", "T.IdZona IS NULL"}, {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
-      {"(T.a = 1) IS NULL", "(T.a = 1) IS NULL"},
-  });
-}
-
-TEST(TranslateSqlite, ConcatenationAndArithmetic) {
-  ExpectConditions({
+      // True matches 1 and -1.
+      {"TRUE = T.Activo", "T.Activo IN (1, -1)"}, {"T.Activo <> TRUE", "T.Activo NOT IN (1, -1)"},
+      {"T.Activo <> FALSE", "T.Activo <> 0"}, {"T.Nivel > TRUE", "T.Nivel > -1"},
+      // Null tests in both forms.
+      {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"}, {"(T.a = 1) IS NULL", "(T.a = 1) IS NULL"},
+      {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
+      // Concatenation and arithmetic.
       // Texts known on both sides join with ||; chr of a constant is its character.
       {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE JET_NOCASE = 'O''Brien' || '|' || '2'"},
       {"T.x = Chr$(128)", "T.x COLLATE JET_NOCASE = '€'"},
-      {"T.x = chr(65.5)", "T.x COLLATE JET_NOCASE = 'B'"},
       {"T.x = chr(-(-66))", "T.x COLLATE JET_NOCASE = 'B'"},
       {"T.x = chr(T.n)", "T.x COLLATE JET_NOCASE = jet_chr(T.n)"},
       {"T.x = 'a' & 'b'", "T.x COLLATE JET_NOCASE = 'a' || 'b'"},
       {"T.x = 'a' & T.y", "T.x COLLATE JET_NOCASE = jet_concat('a', T.y)"},
       // Only the values say whether + adds or joins.
       {"T.x = T.y + 'a'", "T.x COLLATE JET_NOCASE = jet_add(T.y, 'a')"},
-      {"T.n = 1 + 2 * 3", "T.n = 1 + 2 * 3"}, {"T.n = (1 + 2) * 3", "T.n = (1 + 2) * 3"},
-      {"T.n = 1 - (2 - 3)", "T.n = 1 - (2 - 3)"},
+      {"T.n = 1 + 2 * 3", "T.n = 1 + 2 * 3"}, {"T.n = 1 - (2 - 3)", "T.n = 1 - (2 - 3)"},
       {"T.n = 7 / 2", "T.n = CAST(7 AS DOUBLE PRECISION) / 2"}, {"T.n = - -T.m", "T.n = -(-T.m)"},
       // & binds looser than +, as in Jet: 'a' & 1 + 2 is 'a3'.
       {"T.x = 'a' & 1 + 2", "T.x COLLATE JET_NOCASE = jet_concat('a', 1 + 2)"},
-  });
-}
-
-TEST(TranslateSqlite, LogicKeepsJetPrecedence) {
-  ExpectConditions({
+      // Logic keeps Jet precedence.
       {"a = 1 OR b = 2 AND c = 3", "a = 1 OR b = 2 AND c = 3"},
       {"(a = 1 OR b = 2) AND c = 3", "(a = 1 OR b = 2) AND c = 3"}, {"NOT a = 1", "NOT a = 1"},
       {"T.x BETWEEN 1 AND 2 AND T.y = 3", "T.x BETWEEN 1 AND 2 AND T.y = 3"},
@@ -122,53 +81,16 @@ TEST(TranslateSqlite, LogicKeepsJetPrecedence) {
   });
 }
 
-TEST(TranslateSqlite, ConditionsTheComponentBuilds) {
-  ExpectConditions({
-      {" ( T.Fecha >= #03/07/05# )  AND (T.Fecha <= #12/31/05# ) ",
-       "(jet_date(T.Fecha) >= '2005-03-07') AND (jet_date(T.Fecha) <= '2005-12-31')"},
-      {"( Cliente.FechaAlta >= #03/01/24# )  AND Cliente.Apellidos LIKE 'garcia*'",
-       "(jet_date(Cliente.FechaAlta) >= '2024-03-01') AND jet_like('garcia*', Cliente.Apellidos)"},
-      {"Cliente.IdCliente In (SELECT IdCliente FROM TfnoCli WHERE Numero LIKE '*garcia*')",
-       "Cliente.IdCliente COLLATE JET_NOCASE IN (SELECT IdCliente FROM TfnoCli WHERE "
-       "jet_like('*garcia*', Numero))"},
-      {"(T.IdUsuario = 3 OR  (T.IdUsuario = 8) )", "(T.IdUsuario = 3 OR (T.IdUsuario = 8))"},
-      {" ( (150000 BETWEEN T.Min AND T.Max) OR (IsNull(T.Min) AND (T.Max>= 150000)) OR "
-       "(IsNull(T.Max) AND (T.Min<= 150000)) OR (IsNull(T.Min) AND IsNull(T.Max)) )",
-       "((150000 BETWEEN T.Min AND T.Max) OR ((T.Min IS NULL) AND (T.Max >= 150000)) OR "
-       "((T.Max IS NULL) AND (T.Min <= 150000)) OR ((T.Min IS NULL) AND (T.Max IS NULL)))"},
-      {" ( IPropio.IdDestino IN (1, 3) AND (IPropio.IdAcceso >1)) ",
-       "(IPropio.IdDestino IN (1, 3) AND (IPropio.IdAcceso > 1))"},
-      {"( (T.IdZona Is Null)  OR (T.IdZona = 4)  OR (T.IdZona = 9) )",
-       "((T.IdZona IS NULL) OR (T.IdZona = 4) OR (T.IdZona = 9))"},
-      {"(( (T.Tipo = 'Piso; ')  OR (T.Tipo LIKE 'Piso;*')  OR (T.Tipo LIKE '*; Piso; ')  OR "
-       "(T.Tipo LIKE '*; Piso;*') ))",
-       "(((T.Tipo COLLATE JET_NOCASE = 'Piso; ') OR (jet_like('Piso;*', T.Tipo)) OR "
-       "(jet_like('*; Piso; ', T.Tipo)) OR (jet_like('*; Piso;*', T.Tipo))))"},
-      {"x AND IPropio.IdIPropio>=120", "x AND IPropio.IdIPropio >= 120"},
-  });
-}
-
 TEST(TranslateSqlite, StatementsTheComponentRuns) {
   ExpectStatements({
-      {"SELECT IdPais FROM Pais WHERE Nombre = 'España'",
-       "SELECT IdPais FROM Pais WHERE Nombre COLLATE JET_NOCASE = 'España'"},
-      {"SELECT IdPoblacion, IdProvincia, IdPais FROM   Usuario WHERE IdUsuario = 3",
-       "SELECT IdPoblacion, IdProvincia, IdPais FROM Usuario WHERE IdUsuario = 3"},
       {"SELECT Alias FROM Agencia WHERE IdAgencia<1000000 ORDER BY Alias ASC",
        "SELECT Alias FROM Agencia WHERE IdAgencia < 1000000 ORDER BY Alias COLLATE JET_NOCASE"},
-      {"SELECT Inmueble FROM  AliasInmueble WHERE ( Activo = TRUE ) ORDER BY Inmueble",
-       "SELECT Inmueble FROM AliasInmueble WHERE (Activo IN (1, -1)) ORDER BY Inmueble COLLATE "
-       "JET_NOCASE"},
       {"SELECT DISTINCT Zona.Nombre FROM Zona INNER JOIN BZona ON BZona.IdZona = Zona.IdZona  "
        "WHERE IdPais = 1",
        "SELECT DISTINCT Zona.Nombre COLLATE JET_NOCASE AS Nombre FROM Zona INNER JOIN BZona ON "
        "BZona.IdZona COLLATE JET_NOCASE = Zona.IdZona WHERE IdPais = 1"},
       {"SELECT Cliente.* FROM Cliente WHERE Cliente.IdCliente = 1;",
        "SELECT Cliente.* FROM Cliente WHERE Cliente.IdCliente = 1"},
-      {"SELECT IPropio.* FROM IPropio LEFT JOIN Cliente ON Cliente.IdCliente = IPropio.IdCliente "
-       "WHERE Cliente.Alias LIKE 'a*'",
-       "SELECT IPropio.* FROM IPropio LEFT JOIN Cliente ON Cliente.IdCliente COLLATE JET_NOCASE = "
-       "IPropio.IdCliente WHERE jet_like('a*', Cliente.Alias)"},
       {"SELECT Demanda.*, Operacion.Operacion FROM (( Demanda LEFT JOIN AliasInmueble On "
        "AliasInmueble.IdAliasInmueble = Demanda.IdAliasInmueble) LEFT OUTER JOIN Operacion On "
        "Operacion.IdOperacion = Demanda.IdOperacion) WHERE Demanda.IdDemanda = 7",
@@ -210,12 +132,15 @@ TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
       {"Cliente.Apellidos LIKE 'garcia*'", "pg_temp.jet_like('garcia*', Cliente.Apellidos)"},
       // The collation only where a side is known to be text: integers refuse collations.
       {"T.Nombre = 'Ávila'", "T.Nombre COLLATE pg_temp.jet_nocase = 'Ávila'"},
-      {"A.IdX = B.IdX", "A.IdX = B.IdX"}, {"T.IdX IN (1,2)", "T.IdX IN (1, 2)"},
+      {"A.IdX = B.IdX", "A.IdX = B.IdX"},
       {"Cliente.IdCliente In (SELECT IdCliente FROM TfnoCli WHERE Numero LIKE '*1*')",
-       "Cliente.IdCliente IN (SELECT IdCliente FROM TfnoCli WHERE pg_temp.jet_like('*1*', Numero))"},
+       "Cliente.IdCliente IN (SELECT IdCliente FROM TfnoCli WHERE "
+       "pg_temp.jet_like('*1*', Numero))"},
       {"T.Activo = TRUE AND IsNull(T.x)", "T.Activo IN (1, -1) AND (T.x IS NULL)"},
-      {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE pg_temp.jet_nocase = 'O''Brien' || '|' || '2'"},
-      {"T.x = T.y & 'a'", "T.x COLLATE pg_temp.jet_nocase = pg_temp.jet_concat(VARIADIC ARRAY[pg_temp.jet_text(T.y), pg_temp.jet_text('a')])"},
+      {"T.x = 'O''Brien' + chr(124) + '2'",
+       "T.x COLLATE pg_temp.jet_nocase = 'O''Brien' || '|' || '2'"},
+      {"T.x = T.y & 'a'", "T.x COLLATE pg_temp.jet_nocase = pg_temp.jet_concat(VARIADIC "
+                          "ARRAY[pg_temp.jet_text(T.y), pg_temp.jet_text('a')])"},
       {"T.n = T.a + T.b", "T.n = pg_temp.jet_add(T.a, T.b)"},
   };
   for (const Case& c : cases) {
@@ -246,14 +171,14 @@ TEST(DateLiteral, ReadsMonthFirstAndPivotsTwoDigitYears) {
     const char* iso;  // nullptr: refused
   } cases[] = {
       {"03/07/05", "2005-03-07"}, {"3/7/05", "2005-03-07"}, {"12/31/99", "1999-12-31"},
-      {"01/01/00", "2000-01-01"}, {"01/01/29", "2029-01-01"}, {"01/01/30", "1930-01-01"},
+      {"01/01/29", "2029-01-01"}, {"01/01/30", "1930-01-01"},
       {"12/31/2005", "2005-12-31"}, {"02/29/2024", "2024-02-29"}, {"2005-03-07", "2005-03-07"},
       {" 12/31/05 ", "2005-12-31"}, {"12/31/05 00:00:00", "2005-12-31"},
-      {"12/31/05 10:00", "2005-12-31 10:00:00"}, {"12/31/05 23:59:59", "2005-12-31 23:59:59"},
+      {"12/31/05 10:00", "2005-12-31 10:00:00"},
       {"12/31/05 12:00 AM", "2005-12-31"}, {"12/31/05 12:30 PM", "2005-12-31 12:30:00"},
       {"12/31/05 1:05:09 pm", "2005-12-31 13:05:09"}, {"02/29/05", nullptr}, {"13/01/05", nullptr},
       {"12/32/05", nullptr}, {"12/31/005", nullptr}, {"12-31-2005", nullptr}, {"12/31", nullptr},
-      {"", nullptr}, {"hoy", nullptr}, {"12/31/05 24:00", nullptr}, {"12/31/05 10:60", nullptr},
+      {"", nullptr}, {"12/31/05 24:00", nullptr}, {"12/31/05 10:60", nullptr},
       {"12/31/05 13:00 PM", nullptr}, {"12/31/05 10", nullptr},
   };
   for (const auto& c : cases) {
@@ -267,19 +192,10 @@ TEST(DateLiteral, ReadsMonthFirstAndPivotsTwoDigitYears) {
 }
 
 TEST(Chr, FollowsTheWindowsCodePage) {
-  EXPECT_EQ(ChrText(0).value(), std::string(1, '\0'));
-  EXPECT_EQ(ChrText(65).value(), "A");
-  EXPECT_EQ(ChrText(124).value(), "|");
-  EXPECT_EQ(ChrText(127).value(), "\x7f");
-  EXPECT_EQ(ChrText(128).value(), "€");
-  EXPECT_EQ(ChrText(129).value(), "\xc2\x81");
-  EXPECT_EQ(ChrText(145).value(), "‘");
-  EXPECT_EQ(ChrText(159).value(), "Ÿ");
-  EXPECT_EQ(ChrText(160).value(), "\xc2\xa0");
-  EXPECT_EQ(ChrText(209).value(), "Ñ");
-  EXPECT_EQ(ChrText(255).value(), "ÿ");
-  EXPECT_FALSE(ChrText(256).has_value());
-  EXPECT_FALSE(ChrText(-1).has_value());
+  const std::pair<int, std::string> rows[] = {
+      {0, std::string(1, '\0')}, {65, "A"}, {127, "\x7f"}, {128, "€"}, {129, "\xc2\x81"},
+      {159, "Ÿ"}, {160, "\xc2\xa0"}, {255, "ÿ"}, {256, "<none>"}, {-1, "<none>"}};
+  for (const auto& [code, text] : rows) EXPECT_EQ(ChrText(code).value_or("<none>"), text) << code;
 }
 
 }  // namespace

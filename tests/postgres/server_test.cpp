@@ -1,15 +1,10 @@
-// The component on a shared server: the same answers as on SQLite, consistent reads while
-// another workstation writes, and connection failures reported with DAO numbers.
-#include <sys/wait.h>
-#include <unistd.h>
-
+// The component on a shared server: the same answers as on SQLite, and connection failures
+// reported with DAO numbers.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -39,6 +34,7 @@
 #include "tests/common/common_fixture.h"
 #include "tests/support/errors.h"
 #include "tests/support/pg_server.h"
+#include "tests/support/scratch_db.h"
 
 namespace cp::testing {
 namespace {
@@ -97,35 +93,6 @@ void Enter(form::ControlContainer& controls, const std::string& set) {
   }
 }
 
-
-struct SampleDatabases {
-  std::string sqlite;  // file path
-  std::string server;  // connection text ("" without a test server)
-};
-
-// Made once per process with the demo data for `size` properties (the server side in a
-// fresh schema of the given database).
-const SampleDatabases& Samples(const std::string& serverDatabase, int size) {
-  // The files go with the process (the server's schemas go with the test cluster).
-  static struct Made : std::map<std::string, SampleDatabases> {
-    ~Made() {
-      std::error_code ec;
-      for (const auto& [name, s] : *this) std::filesystem::remove(s.sqlite, ec);
-    }
-  } made;
-  auto& s = made[serverDatabase];
-  if (!s.sqlite.empty()) return s;
-  s.sqlite = (std::filesystem::temp_directory_path() /
-              ("cp_pg_sample_" + std::to_string(::getpid()) + "_" + serverDatabase + ".sqlite"))
-                 .string();
-  std::filesystem::remove(s.sqlite);
-  sample::CreateSampleDatabase(s.sqlite, sample::DemoOptions{size});
-  if (TestServer()) {
-    s.server = CreateServerDatabase(serverDatabase, false);
-    sample::CreateSampleDatabase(s.server, sample::DemoOptions{size});
-  }
-  return s;
-}
 
 // A host's selection (the sets entered in the dialog, then Aceptar) or cross-match, then its
 // query: the first column of every row (sorted), or {"error", message} when it failed.
@@ -260,7 +227,12 @@ class Differential : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
   if (!TestServer()) GTEST_SKIP() << "no PostgreSQL test server";
-  const SampleDatabases& db = Samples(GetParam(), 200);
+  // The same demo data in a SQLite file and in a fresh schema of the server's database.
+  ScratchDir dir;
+  const std::string sqlite = dir.File("muestra.sqlite");
+  const std::string server = CreateServerDatabase(GetParam(), false);
+  for (const std::string& db : {sqlite, server})
+    sample::CreateSampleDatabase(db, sample::DemoOptions{200});
   Random r(20240611);
   int states = 0, differences = 0, nonEmpty = 0, failed = 0;
   auto compare = [&](const std::vector<std::string>& a, const std::vector<std::string>& b,
@@ -285,7 +257,7 @@ TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
           sets = PropertyState(r, entity == "Demandas");
         std::string what = entity;
         for (const auto& set : sets) what += " --set '" + set + "'";
-        compare(WhereIds(db.sqlite, entity, sets), WhereIds(db.server, entity, sets), what);
+        compare(WhereIds(sqlite, entity, sets), WhereIds(server, entity, sets), what);
       }
     }
   }
@@ -295,7 +267,7 @@ TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
   for (const auto& [from, to] : directions) {
     for (int i = 0; i < kCrossesPerDirection; ++i) {
       const int id = 1 + r.Below(100);
-      compare(CrossIds(db.sqlite, id, from, to), CrossIds(db.server, id, from, to),
+      compare(CrossIds(sqlite, id, from, to), CrossIds(server, id, from, to),
               "cross " + from + " " + std::to_string(id) + " -> " + to);
     }
   }
@@ -307,106 +279,6 @@ TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Databases, Differential, ::testing::Values("cp_c", "cp_utf8"));
-
-
-// Several workstations on one server: eight client processes run selections and
-// cross-matches while another process inserts clients and updates rows. The writer never
-// touches what the clients select, so every client must see exactly the rows it saw before
-// the writer started; the writer's own clients may only grow in number.
-constexpr int kClients = 8;
-constexpr int kRounds = 2;
-constexpr int kWrites = 20;
-
-// Up to 2025: the writer's clients are registered in 2030.
-const std::vector<std::pair<std::string, std::vector<std::string>>> kSelections = {
-    {"Clientes", {"dtpAlta(1)=2025-12-31", "txtPalabras=gar", "cboOpPalabras=En todo el texto"}},
-    {"Clientes", {"dtpAlta(0)=2010-01-01", "dtpAlta(1)=2020-12-31"}},
-    {"Inm. Propios", {"txtPrecio(0)=100.000", "txtSuper(1)=150"}}, {"Demandas", {"txtAltura=1"}},
-};
-const std::vector<int> kDemands = {1, 2, 3, 4};
-const std::vector<std::string> kWriterSelection = {"dtpAlta(0)=2030-01-01"};
-
-// Runs a function in a child process; its exit status is 0 when it returned true.
-pid_t Spawn(const std::function<bool()>& body) {
-  const pid_t pid = ::fork();
-  if (pid == 0) {
-    bool ok = false;
-    try {
-      ok = body();
-    } catch (const Error& e) {
-      std::fprintf(stderr, "error %ld: %s\n", e.number(), e.description().c_str());
-    }
-    std::fflush(nullptr);
-    ::_exit(ok ? 0 : 1);
-  }
-  return pid;
-}
-
-TEST(Workstations, EightClientsReadConsistentlyWhileAnotherWrites) {
-  if (!TestServer()) GTEST_SKIP() << "no PostgreSQL test server";
-  // Its own copy of the sample data: the writer changes it.
-  const std::string db = CreateServerDatabase("cp_utf8", false);
-  sample::CreateSampleDatabase(db, sample::DemoOptions{200});
-  const auto results = [&] {
-    std::vector<std::vector<std::string>> got;
-    for (const auto& [entity, sets] : kSelections) got.push_back(WhereIds(db, entity, sets));
-    for (int id : kDemands) got.push_back(CrossIds(db, id, "Demandas", "Inm. Propios"));
-    return got;
-  };
-  const auto expected = results();
-  int nonEmpty = 0;
-  for (const auto& ids : expected) {
-    ASSERT_TRUE(ids.empty() || ids[0] != "error") << ids[1];
-    nonEmpty += !ids.empty();
-  }
-  ASSERT_GE(nonEmpty, 4) << "the selections should select something";
-
-  const std::size_t before = WhereIds(db, "Clientes", kWriterSelection).size();
-
-  std::vector<pid_t> children;
-  children.push_back(Spawn([&] {
-    postgres::Session writer(db, postgres::Session::Purpose::Tool);
-    for (int i = 0; i < kWrites; ++i) {
-      writer.Execute("INSERT INTO cliente (alias, apellidos, fechaalta) VALUES ('Nuevo', 'Zapata "
-                     "Nueva', TIMESTAMP '2030-01-0" + std::to_string(1 + i % 9) + "')");
-      writer.Execute("UPDATE cliente SET pagweb = 'www.ejemplo" + std::to_string(i) +
-                     ".es' WHERE idcliente % 7 = " + std::to_string(i % 7));
-      writer.Execute("UPDATE ipropio SET notas = 'Revisado " + std::to_string(i) +
-                     "' WHERE idipropio % 5 = " + std::to_string(i % 5));
-      ::usleep(50000);  // spread over the clients' run
-    }
-    return true;
-  }));
-  for (int c = 0; c < kClients; ++c) {
-    children.push_back(Spawn([&, c] {
-      std::size_t seen = before;
-      for (int round = 0; round < kRounds; ++round) {
-        const auto got = results();
-        for (std::size_t i = 0; i < got.size(); ++i) {
-          if (got[i] != expected[i]) {
-            std::fprintf(stderr, "client %d round %d: result %zu changed (%zu ids, was %zu)\n", c,
-                         round, i, got[i].size(), expected[i].size());
-            return false;
-          }
-        }
-        const auto mine = WhereIds(db, "Clientes", kWriterSelection);
-        if (mine.size() < seen || (!mine.empty() && mine[0] == "error")) {
-          std::fprintf(stderr, "client %d: the writer's clients went from %zu to %zu\n", c, seen,
-                       mine.size());
-          return false;
-        }
-        seen = mine.size();
-      }
-      return true;
-    }));
-  }
-  for (pid_t pid : children) {
-    int status = 0;
-    ASSERT_EQ(::waitpid(pid, &status, 0), pid);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "process " << pid;
-  }
-  EXPECT_EQ(WhereIds(db, "Clientes", kWriterSelection).size(), before + kWrites);
-}
 
 
 // A server that cannot be reached, a missing database and a connection lost in mid-session
@@ -439,14 +311,17 @@ TEST_F(ServerErrors, OpeningFailuresGiveDaoNumbers) {
 TEST_F(ServerErrors, LostConnectionIsReportedAndTheNextUseReconnects) {
   const std::string connection = CreateServerDatabase("cp_c", false) + " application_name=cp_lost";
   postgres::Session(connection, postgres::Session::Purpose::Tool)
-      .Execute("CREATE TABLE zona (idzona integer, nombre varchar(50)); INSERT INTO zona VALUES (1, 'Centro')");
+      .Execute("CREATE TABLE zona (idzona integer, nombre varchar(50));"
+               "INSERT INTO zona VALUES (1, 'Centro')");
   auto db = dao::OpenDatabase(connection);
   postgres::Session(*TestServer() + " dbname=postgres", postgres::Session::Purpose::Tool)
-      .Execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE application_name = 'cp_lost'");
+      .Execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+               "WHERE application_name = 'cp_lost'");
 
   EXPECT_FALSE(Atrapar("Cruzar", [&] { db->OpenRecordset("SELECT Nombre FROM Zona"); }));
   ASSERT_EQ(messenger_->shown().size(), 1u);
-  EXPECT_NE(messenger_->shown()[0].text.find("conexión"), std::string::npos) << messenger_->shown()[0].text;
+  const std::string shown = messenger_->shown()[0].text;
+  EXPECT_NE(shown.find("conexión"), std::string::npos) << shown;
   EXPECT_NE(Log().find("3151"), std::string::npos) << Log();
 
   auto rs = db->OpenRecordset("SELECT Nombre FROM Zona");

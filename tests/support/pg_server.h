@@ -46,7 +46,8 @@ inline std::string CreateServerDatabase(const std::string& database, bool domain
       *TestServer() + " dbname=" + database + " options='-c search_path=" + name + "'";
   postgres::Session tool(connection, postgres::Session::Purpose::Tool);
   tool.Execute("CREATE SCHEMA " + name);
-  if (domains) tool.Execute("CREATE DOMAIN jet_yesno AS smallint; CREATE DOMAIN jet_byte AS smallint");
+  if (domains)
+    tool.Execute("CREATE DOMAIN jet_yesno AS smallint; CREATE DOMAIN jet_byte AS smallint");
   return connection;
 }
 

@@ -3,6 +3,7 @@
 // rows a suite needs (named after the suite and the process so parallel runs do not
 // collide), read and written through plain sqlite3, with none of our functions registered.
 #include <sqlite3.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -14,6 +15,21 @@
 #include "platform/sqlite/native.h"
 
 namespace cp::testing {
+
+// A fresh temporary folder, removed with everything in it at the end.
+class ScratchDir {
+ public:
+  ScratchDir() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "cp_test_XXXXXX").string();
+    if (!mkdtemp(pattern.data())) throw std::runtime_error("mkdtemp");
+    path_ = pattern;
+  }
+  ~ScratchDir() { std::error_code ec; std::filesystem::remove_all(path_, ec); }
+  std::string File(const std::string& name) const { return (path_ / name).string(); }
+
+ private:
+  std::filesystem::path path_;
+};
 
 // A result row as text; Null is reported as the string "<null>".
 using TextRow = std::vector<std::string>;
