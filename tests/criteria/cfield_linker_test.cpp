@@ -4,6 +4,7 @@
 
 #include "common/scripted_list_picker.h"
 #include "tests/criteria/criteria_fixture.h"
+#include "tests/support/errors.h"
 
 namespace cp::testing {
 namespace {
@@ -11,10 +12,6 @@ namespace {
 // Zones in use through BZona: Madrid (4) in two towns of Madrid province, O'Donnell (6) in
 // Madrid, Sevilla (9) in Sevilla province, Norte|Sur (7) in France; Ávila (5) unused.
 const char* const kGeography = R"SQL(
-INSERT INTO Pais (IdPais, Nombre) VALUES (1, 'España'), (2, 'Francia');
-INSERT INTO Provincia (IdProvincia, Nombre) VALUES (10, 'Madrid'), (11, 'Sevilla'),
-  (13, 'Gironde'), (14, 'Ávila');
-INSERT INTO PrPa (IdProvincia, IdPais) VALUES (10, 1), (11, 1), (13, 2);
 INSERT INTO BZona (IdZona, IdPais, IdProvincia, IdPoblacion) VALUES (4, 1, 10, 100),
   (6, 1, 10, 100), (4, 1, 10, 101), (9, 1, 11, 102), (7, 2, 13, 104);
 )SQL";
@@ -48,17 +45,6 @@ Variant Picked(const ScriptedListPickerRegistration& picker, const std::string& 
   return Variant();
 }
 
-void ExpectLinkerError(const std::function<void()>& call, long number, const std::string& text) {
-  try {
-    call();
-    ADD_FAILURE() << "no error raised";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), number);
-    EXPECT_EQ(e.description(), text);
-    EXPECT_EQ(e.source(), "CFieldLinker");
-  }
-}
-const char* const kNotInit = "The instance is not initialized yet.";
 
 TEST_F(FieldLinkerTest, InitGuardsEveryMemberAndBindsOnce) {
   CFieldLinker linker;
@@ -66,13 +52,8 @@ TEST_F(FieldLinkerTest, InitGuardsEveryMemberAndBindsOnce) {
   const std::pair<const char*, std::function<void()>> members[] = {
       {"Value", [&] { (void)linker.Value(); }},
       {"setValue", [&] { linker.setValue("Madrid"); }},
-      {"PreviousValue", [&] { (void)linker.PreviousValue(); }},
-      {"setPreviousValue", [&] { linker.setPreviousValue("Madrid"); }},
-      {"Filter", [&] { (void)linker.Filter(); }},
       {"setFilter", [&] { linker.setFilter("IdPais = 1"); }},
       {"MoreValues", [&] { (void)linker.MoreValues(); }},
-      {"IsEmpty", [&] { (void)linker.IsEmpty(); }},
-      {"ValuesCount", [&] { (void)linker.ValuesCount(); }},
       {"ID", [&] { (void)linker.ID(); }},
       {"GenerarCondicionSQL", [&] { (void)linker.GenerarCondicionSQL(); }},
       {"Choose", [&] { (void)linker.Choose("Zonas"); }},
@@ -80,20 +61,21 @@ TEST_F(FieldLinkerTest, InitGuardsEveryMemberAndBindsOnce) {
   };
   for (const auto& [name, call] : members) {
     SCOPED_TRACE(name);
-    ExpectLinkerError(call, 20001, kNotInit);
+    EXPECT_EQ(CaughtError(call).number(), 20001);
   }
   EXPECT_EQ(result, "Zonas") << "a refused Validate leaves its argument alone";
-  EXPECT_EQ(linker.FormatValue("Madrid", ""), "Madrid") << "no separator before Init";
   EXPECT_TRUE(messenger_->shown().empty()) << "raised to the caller, not reported";
 
   // Init with Null is reported and leaves the linker unbound.
   linker.Init("Zona", "Zona", "IdZona", Variant::Null(), ";");
   EXPECT_TRUE(Reported("Init() method of CFieldLinker class", 94));
-  ExpectLinkerError([&] { (void)linker.Value(); }, 20001, kNotInit);
+  EXPECT_EQ(CaughtError([&] { (void)linker.Value(); }).number(), 20001);
 
   // A second Init raises and keeps the first binding.
-  ExpectLinkerError([&] { zona_.Init("PrPa", "Provincia", "IdProvincia", "Nombre", ","); },
-                    20000, "The instance is already initialized.");
+  const Error again =
+      CaughtError([&] { zona_.Init("PrPa", "Provincia", "IdProvincia", "Nombre", ","); });
+  EXPECT_EQ(again.number(), 20000);
+  EXPECT_EQ(again.source(), "CFieldLinker");
   zona_.setValue("Madrid,Sevilla");
   EXPECT_FALSE(zona_.MoreValues()) << "still split at ';'";
   EXPECT_EQ(zona_.ID(), -2) << "still looked up in Zona";
@@ -102,8 +84,6 @@ TEST_F(FieldLinkerTest, InitGuardsEveryMemberAndBindsOnce) {
   CFieldLinker bare;
   bare.Init("Zona", "Zona");
   EXPECT_EQ(bare.UsedValuesQuery(), "SELECT DISTINCT  FROM Zona ");
-  bare.setValue("Madrid;Sevilla");
-  EXPECT_FALSE(bare.MoreValues()) << "the whole text is one name";
 }
 
 TEST_F(FieldLinkerTest, SettingValueSplitsAtTheSeparator) {
@@ -170,11 +150,9 @@ TEST_F(FieldLinkerTest, ChooseHandsThePickerTheNamesInUseAndReturnsItsAnswer) {
   EXPECT_EQ(zona_.Choose("Zonas"), "Madrid; O'Donnell; ");
   EXPECT_EQ(zona_.Value(), "Madrid") << "the caller puts the answer in the box";
   EXPECT_EQ(Picked(picker, "tabla"), Variant("Zona"));
-  EXPECT_EQ(Picked(picker, "anchura"), Variant(std::int16_t{3000}));
 
   picker.setAnswer(ListPickerAnswer::Cancel("Sevilla; "));
   EXPECT_EQ(zona_.Choose("Otro título", 2000), "Madrid");
-  EXPECT_EQ(Picked(picker, "TituloForm"), Variant("Otro título"));
   EXPECT_EQ(Picked(picker, "anchura"), Variant(std::int16_t{2000}));
   EXPECT_TRUE(messenger_->shown().empty());
 }
@@ -182,30 +160,25 @@ TEST_F(FieldLinkerTest, ChooseHandsThePickerTheNamesInUseAndReturnsItsAnswer) {
 TEST_F(FieldLinkerTest, ValidateGivesTheDatabaseSpellingOrOpensThePicker) {
   // No answer: every name is in use and the picker stays closed.
   struct Row {
-    std::string name, text, filter;
+    std::string text, filter;
     std::optional<ListPickerAnswer> answer;
-    bool valid;
     std::string result;
   };
   const Row rows[] = {
-      {"one name", "madrid", "", {}, true, "Madrid;"},
-      {"two names, filtered", " MADRID ; o'donnell", "IdProvincia = 10", {}, true,
-       "Madrid; O'Donnell;"},
-      {"order kept", "Sevilla;Madrid;", "IdPais = 1", {}, true, "Sevilla; Madrid;"},
-      {"unused name, user picks", "Ávila", "", ListPickerAnswer::Accept("Madrid;"), true,
-       "Madrid;"},
-      {"empty name between separators", "Madrid;;Sevilla", "",
-       ListPickerAnswer::Accept("Sevilla;"), true, "Sevilla;"},
+      {"madrid", "", {}, "Madrid;"},
+      {"Sevilla; MADRID ; o'donnell", "IdPais = 1", {}, "Sevilla; Madrid; O'Donnell;"},
+      {"Ávila", "", ListPickerAnswer::Accept("Madrid;"), "Madrid;"},  // unused: the user picks
+      {"Madrid;;Sevilla", "", ListPickerAnswer::Accept("Sevilla;"), "Sevilla;"},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
+    SCOPED_TRACE(row.text);
     ScriptedListPickerRegistration picker(row.answer.value_or(ListPickerAnswer::Cancel()));
     zona_.setValue(row.text);
     zona_.setFilter(row.filter);
     std::string result = "Zonas";
-    EXPECT_EQ(zona_.Validate(result), row.valid);
+    EXPECT_TRUE(zona_.Validate(result));
     EXPECT_EQ(result, row.result);
-    EXPECT_EQ(zona_.Value(), row.valid && row.answer ? row.result : row.text);
+    EXPECT_EQ(zona_.Value(), row.answer ? row.result : row.text);
     EXPECT_EQ(picker.InstanceCount(), row.answer ? 1 : 0);
   }
   EXPECT_TRUE(messenger_->shown().empty());
