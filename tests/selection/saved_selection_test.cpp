@@ -84,17 +84,6 @@ TEST_F(SelectionTest, NothingToRestore) {
   EXPECT_EQ(control.NumSelecAnt(), static_cast<std::int16_t>(entries.size()));
 }
 
-TEST_F(SelectionTest, BadEntryStopsTheRestoreThere) {
-  SeleccionCli control;
-  control.setSelecAnt(Saved({{"tbsSelec", "0", ""}, {"txtPalabras", "-1", "primero"},
-                             {"txtNoExiste", "-1", "x"}, {"txtCategorias", "-1", "nunca"}}));
-  EXPECT_EQ(control.Palabra(), "primero");
-  EXPECT_EQ(control.Controls().Get<TextBox>("txtCategorias").Text(), "");
-  ASSERT_EQ(messenger_->shown().size(), 1u);
-  EXPECT_NE(messenger_->shown()[0].text.find("VerSelAnt de SeleccionCli"), std::string::npos);
-  EXPECT_EQ(control.Entries().size(), 4u);
-}
-
 // The bag of written properties is the property control's business; the contact control
 // keeps the base's plain search field.
 TEST_F(SelectionTest, TabsAndTheSearchField) {
