@@ -3,7 +3,6 @@
 // values for every criterion, and a CSeleccion whose dialog a script drives as the user.
 #include <functional>
 #include <string>
-#include <type_traits>
 
 #include "common/scripted_list_picker.h"
 #include "criteria/cfield_linker.h"
@@ -119,12 +118,6 @@ inline Variant Picked(const ScriptedListPickerRegistration& picker, const std::s
       if (step.kind == ListPickerStep::Kind::SetProperty && step.name == name) value = step.value;
   return value;
 }
-inline std::set<std::string> Names(const std::string& sql) {
-  std::set<std::string> names;
-  for (dao::Recordset rs = BD()->OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
-    names.insert(CStr(rs.Fields(0).Value()));
-  return names;
-}
 // The labels of the error reports shown so far.
 inline std::vector<std::string> Reports(const ScriptedMessenger& m) {
   std::vector<std::string> labels;
@@ -151,16 +144,13 @@ class PropertyTest : public HostTest {
   form::ComboBox& Cbo(const std::string& name) { return Box().Get<form::ComboBox>(name); }
   void ShowTab(int tab) { Box().Get<form::SSTab>("tbsSelec").setTab(tab); }
 
-  // Shows the dialog for entity with script acting as the user on the property control (or
-  // on the dialog), who then accepts; returns the condition that CSeleccion holds afterwards.
-  template <class Script>
-  std::string Accept(const std::string& entity, Script script) {
+  // Shows the dialog for entity with script acting as the user on the property control, who
+  // then accepts; returns the condition that CSeleccion holds afterwards.
+  std::string Accept(const std::string& entity,
+                     const std::function<void(ControlContainer&)>& script) {
     sel_->setEntidad(entity);
     ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([&](frmSeleccion& dlg) {
-      if constexpr (std::is_invocable_v<Script, ControlContainer&>)
-        script(dlg.SeleccionInm1().Controls());
-      else
-        script(dlg);
+      script(dlg.SeleccionInm1().Controls());
       dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
     }));
     EXPECT_TRUE(sel_->mtdMostrar());
