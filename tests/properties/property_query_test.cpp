@@ -154,7 +154,6 @@ TEST_F(PropertyTest, ConditionTextsAndFailingCriteria) {
     EXPECT_EQ(Reports(), *t.report ? std::vector<std::string>{t.report}
                                    : std::vector<std::string>{});
   }
-  EXPECT_EQ(Demands("Demanda.IdDemanda=-1"), Ids{});
 }
 
 }  // namespace
