@@ -74,19 +74,17 @@ class CriteriaTest : public CommonTest {
     CommonTest::TearDown();
   }
 
-  // The first column of every row of a statement, as numbers.
-  Ids Keys(const std::string& sql) {
-    Ids ids;
-    for (dao::Recordset rs = BD()->OpenRecordset(sql); !rs.Eof(); rs.MoveNext())
-      ids.push_back(CLng(rs.Fields(0).Value()));
-    return ids;
-  }
   // The rows a condition selects, on Demanda when it names that table, else on IPropio.
   Ids Rows(const std::string& where) {
     const bool demand = where.find("Demanda.") != std::string::npos;
     const std::string key = demand ? "IdDemanda" : "IdIPropio";
-    return Keys("SELECT " + key + " FROM " + (demand ? "Demanda" : "IPropio") + " WHERE " + where +
-                " ORDER BY " + key);
+    Ids ids;
+    for (dao::Recordset rs = BD()->OpenRecordset("SELECT " + key + " FROM " +
+                                                 (demand ? "Demanda" : "IPropio") + " WHERE " +
+                                                 where + " ORDER BY " + key);
+         !rs.Eof(); rs.MoveNext())
+      ids.push_back(CLng(rs.Fields(0).Value()));
+    return ids;
   }
 
   // A builder's case: the condition before the call, the exact text after it and, where the

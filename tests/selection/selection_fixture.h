@@ -55,15 +55,14 @@ class SelectionTest : public HostTest {
   static form::ControlContainer& Cli(frmSeleccion& dlg) { return dlg.SeleccionCli1().Controls(); }
 
   // The keys of the rows that the host query returns for a condition.
-  std::vector<long> Ids(const std::string& table, const std::string& key,
-                        const std::string& where) {
-    dao::Recordset rs = BD()->OpenRecordset("SELECT " + table + ".* FROM " + table +
-                                            " WHERE " + where + " ORDER BY " + key);
+  std::vector<long> Clients(const std::string& where) {
     std::vector<long> ids;
-    for (; !rs.Eof(); rs.MoveNext()) ids.push_back(CLng(rs.Fields(key).Value()));
+    for (dao::Recordset rs = BD()->OpenRecordset("SELECT IdCliente FROM Cliente WHERE " + where +
+                                                 " ORDER BY IdCliente");
+         !rs.Eof(); rs.MoveNext())
+      ids.push_back(CLng(rs.Fields(0).Value()));
     return ids;
   }
-  std::vector<long> Clients(const std::string& where) { return Ids("Cliente", "IdCliente", where); }
 };
 
 // A saved selection as the host stores it: rows of name, index and value, all as text.
