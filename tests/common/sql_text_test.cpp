@@ -9,12 +9,11 @@ using SqlTextTest = CommonTest;
 
 TEST_F(SqlTextTest, ComillaDoublesQuotesThenTakesBarsOutOfTheLiteral) {
   const std::tuple<std::string, std::string, std::string> rows[] = {  // text, Comilla, ComillaSQL
-      {"", "", "''"}, {"Madrid", "Madrid", "'Madrid'"}, {"O'Brien", "O''Brien", "'O''Brien'"},
-      {"''", "''''", "''''''"}, {"|", "' + chr(124) + '", "'' + chr(124) + ''"},
+      {"", "", "''"}, {"O'Brien", "O''Brien", "'O''Brien'"},
+      {"|", "' + chr(124) + '", "'' + chr(124) + ''"},
       {"a||b", "a' + chr(124) + '' + chr(124) + 'b", "'a' + chr(124) + '' + chr(124) + 'b'"},
       // Quotes first: the quotes that the bar's replacement brings are not doubled.
       {"|'", "' + chr(124) + '''", "'' + chr(124) + ''''"},
-      {"O'Brien|2", "O''Brien' + chr(124) + '2", "'O''Brien' + chr(124) + '2'"},
       // Wildcards stay wildcards; other text passes through untouched.
       {"*Ávila?#[a-c][!x]\"%_", "*Ávila?#[a-c][!x]\"%_", "'*Ávila?#[a-c][!x]\"%_'"},
   };

@@ -55,7 +55,6 @@ TEST_F(QtMessengerTest, YesNoQuestionReturnsTheButtonPressed) {
       auto* box = qobject_cast<QMessageBox*>(&w);
       ASSERT_NE(box, nullptr);
       modalFlag = gModalAbierto();
-      EXPECT_EQ(box->icon(), QMessageBox::Warning);
       EXPECT_EQ(box->windowTitle(), QStringLiteral("Error"));
       EXPECT_EQ(box->text(), QStringLiteral("Primera línea\nSegunda línea"));
       ASSERT_EQ(ButtonTexts(*box), (QStringList{QStringLiteral("No"), QStringLiteral("Sí")}));
@@ -72,7 +71,6 @@ TEST_F(QtMessengerTest, OkOnlyBoxClosedWithEscapeAnswersOk) {
   ModalAnswer user([](QWidget& w) {
     auto* box = qobject_cast<QMessageBox*>(&w);
     ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->icon(), QMessageBox::Critical);
     EXPECT_EQ(ButtonTexts(*box), QStringList{QStringLiteral("Aceptar")});
     QTest::keyClick(box, Qt::Key_Escape);
   });
@@ -85,7 +83,6 @@ TEST_F(QtMessengerTest, InputBoxReturnsTheTypedTextOrNothingWhenCancelled) {
     auto* box = qobject_cast<QInputDialog*>(&w);
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->labelText(), QStringLiteral("Nombre de la selección"));
-    EXPECT_EQ(box->windowTitle(), QStringLiteral("Guardar"));
     auto* edit = box->findChild<QLineEdit*>();
     ASSERT_NE(edit, nullptr);
     EXPECT_EQ(edit->text(), QStringLiteral("Pisos"));
