@@ -31,79 +31,65 @@ class SemanticsDatabase {
   // False on a server, whose typed date columns cannot hold what an import leaves in a file.
   virtual bool Embedded() const = 0;
   // The first column of every row, as integers.
-  std::vector<long> Ids(const std::string& jetSelect);
+  std::vector<long> Ids(const std::string& jetSelect) {
+    std::vector<long> ids;
+    for (const auto& row : Rows(jetSelect)) ids.push_back(std::stol(row.at(0)));
+    return ids;
+  }
   // The single value of a one-row, one-column Jet SELECT.
-  std::string Value(const std::string& jetSelect);
+  std::string Value(const std::string& jetSelect) {
+    auto rows = Rows(jetSelect);
+    if (rows.size() != 1 || rows[0].size() != 1) {
+      ADD_FAILURE() << jetSelect << ": not one value";
+      return {};
+    }
+    return rows[0][0];
+  }
 };
 
 class MemoryDatabase : public SemanticsDatabase {
  public:
-  MemoryDatabase();
-  ~MemoryDatabase() override;
+  MemoryDatabase() {
+    if (sqlite3_open(":memory:", &db_) != SQLITE_OK) ADD_FAILURE() << "cannot open :memory:";
+    cp::sqlite::RegisterJetFunctions(db_);
+  }
+  ~MemoryDatabase() override { sqlite3_close(db_); }
   MemoryDatabase(const MemoryDatabase&) = delete;
   MemoryDatabase& operator=(const MemoryDatabase&) = delete;
 
-  void Exec(const std::string& sql) override;
-  std::vector<std::vector<std::string>> Rows(const std::string& jetSelect) override;
+  void Exec(const std::string& sql) override {
+    char* message = nullptr;
+    if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+      ADD_FAILURE() << sql << ": " << (message ? message : "?");
+      sqlite3_free(message);
+    }
+  }
+  std::vector<std::vector<std::string>> Rows(const std::string& jetSelect) override {
+    std::string sql = TranslateStatement(jetSelect, Dialect::Sqlite);
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(db_, sql.c_str(), -1, &raw, nullptr) != SQLITE_OK) {
+      ADD_FAILURE() << sql << ": " << sqlite3_errmsg(db_);
+      return {};
+    }
+    std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(raw, &sqlite3_finalize);
+    std::vector<std::vector<std::string>> rows;
+    int rc;
+    while ((rc = sqlite3_step(raw)) == SQLITE_ROW) {
+      std::vector<std::string> row;
+      for (int i = 0; i < sqlite3_column_count(raw); ++i) {
+        auto text = reinterpret_cast<const char*>(sqlite3_column_text(raw, i));
+        row.push_back(text ? text : "<Null>");
+      }
+      rows.push_back(std::move(row));
+    }
+    if (rc != SQLITE_DONE) return {{std::string("error: ") + sqlite3_errmsg(db_)}};
+    return rows;
+  }
   bool Embedded() const override { return true; }
 
  private:
   sqlite3* db_ = nullptr;
 };
-
-
-inline MemoryDatabase::MemoryDatabase() {
-  if (sqlite3_open(":memory:", &db_) != SQLITE_OK) ADD_FAILURE() << "cannot open :memory:";
-  cp::sqlite::RegisterJetFunctions(db_);
-}
-
-inline MemoryDatabase::~MemoryDatabase() { sqlite3_close(db_); }
-
-inline void MemoryDatabase::Exec(const std::string& sql) {
-  char* message = nullptr;
-  if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
-    ADD_FAILURE() << sql << ": " << (message ? message : "?");
-    sqlite3_free(message);
-  }
-}
-
-inline std::vector<std::vector<std::string>> MemoryDatabase::Rows(const std::string& jetSelect) {
-  std::string sql = TranslateStatement(jetSelect, Dialect::Sqlite);
-  sqlite3_stmt* raw = nullptr;
-  if (sqlite3_prepare_v2(db_, sql.c_str(), -1, &raw, nullptr) != SQLITE_OK) {
-    ADD_FAILURE() << sql << ": " << sqlite3_errmsg(db_);
-    return {};
-  }
-  std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(raw, &sqlite3_finalize);
-  std::vector<std::vector<std::string>> rows;
-  int rc;
-  while ((rc = sqlite3_step(raw)) == SQLITE_ROW) {
-    std::vector<std::string> row;
-    for (int i = 0; i < sqlite3_column_count(raw); ++i) {
-      auto text = reinterpret_cast<const char*>(sqlite3_column_text(raw, i));
-      row.push_back(text ? text : "<Null>");
-    }
-    rows.push_back(std::move(row));
-  }
-  if (rc != SQLITE_DONE) return {{std::string("error: ") + sqlite3_errmsg(db_)}};
-  return rows;
-}
-
-inline std::vector<long> SemanticsDatabase::Ids(const std::string& jetSelect) {
-  std::vector<long> ids;
-  for (const auto& row : Rows(jetSelect)) ids.push_back(std::stol(row.at(0)));
-  return ids;
-}
-
-inline std::string SemanticsDatabase::Value(const std::string& jetSelect) {
-  auto rows = Rows(jetSelect);
-  if (rows.size() != 1 || rows[0].size() != 1) {
-    ADD_FAILURE() << jetSelect << ": not one value";
-    return {};
-  }
-  return rows[0][0];
-}
-
 
 class ServerDatabase : public SemanticsDatabase {
  public:
@@ -151,7 +137,6 @@ class ServerDatabase : public SemanticsDatabase {
   postgres::Session tool_;
   postgres::Session component_;
 };
-
 
 inline std::unique_ptr<SemanticsDatabase> MakeServerDatabase(const std::string& templ) {
   if (!cp::testing::TestServer()) return nullptr;

@@ -97,8 +97,7 @@ TEST_P(JetSemantics, LikeUsesJetWildcardsInEveryPosition) {
 
 TEST(SqliteSemantics, LikeFunctionKeepsSqliteSignatureShape) {
   MemoryDatabase db;
-  db.Exec("CREATE TABLE Uno (Id INTEGER);");
-  db.Exec("INSERT INTO Uno VALUES (1);");
+  db.Exec("CREATE TABLE Uno (Id INTEGER); INSERT INTO Uno VALUES (1);");
   // jet_like(pattern, value[, escape]): the escape makes the next character plain.
   auto run = [&](const std::string& native) {
     db.Exec("CREATE TABLE IF NOT EXISTS R (v); DELETE FROM R; INSERT INTO R SELECT " + native +
@@ -116,8 +115,8 @@ TEST(SqliteSemantics, LikeFunctionKeepsSqliteSignatureShape) {
 
 TEST_P(JetSemantics, UnclosedCharacterClassIsAnError) {
   SemanticsDatabase& db = Db();
-  db.Exec("CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT);");
-  db.Exec("INSERT INTO Textos VALUES (1, 'abc');");
+  db.Exec("CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT);"
+          "INSERT INTO Textos VALUES (1, 'abc');");
   auto rows = db.Rows("SELECT Id FROM Textos WHERE Texto LIKE 'a[bc'");
   ASSERT_EQ(rows.size(), 1u);
   EXPECT_EQ(rows[0][0], "error: Cadena de modelo no válida.");

@@ -14,15 +14,15 @@ struct Case {
   const char* sqlite;  // or PostgreSQL, in its tests
 };
 
-void ExpectConditions(const std::vector<Case>& cases) {
+void ExpectConditions(const std::vector<Case>& cases, Dialect dialect = Dialect::Sqlite) {
   for (const Case& c : cases) {
-    EXPECT_EQ(TranslateCondition(c.jet, Dialect::Sqlite), c.sqlite) << "Jet: " << c.jet;
+    EXPECT_EQ(TranslateCondition(c.jet, dialect), c.sqlite) << "Jet: " << c.jet;
   }
 }
 
-void ExpectStatements(const std::vector<Case>& cases) {
+void ExpectStatements(const std::vector<Case>& cases, Dialect dialect = Dialect::Sqlite) {
   for (const Case& c : cases) {
-    EXPECT_EQ(TranslateStatement(c.jet, Dialect::Sqlite), c.sqlite) << "Jet: " << c.jet;
+    EXPECT_EQ(TranslateStatement(c.jet, dialect), c.sqlite) << "Jet: " << c.jet;
   }
 }
 
@@ -49,7 +49,6 @@ TEST(TranslateSqlite, ConditionsByConstruct) {
       {"NOT T.x LIKE 'a*' AND T.y = 1", "NOT jet_like('a*', T.x) AND T.y = 1"},
       // Date literals are ISO text against normalised dates.
       {"T.Fecha >= #03/07/05# ", "jet_date(T.Fecha) >= '2005-03-07'"},
-      {"T.Fecha = #01/02/2005 15:04#", "jet_date(T.Fecha) = '2005-01-02 15:04:00'"},
       {"T.Fecha IN (#1/1/05#, T.Otra)", "jet_date(T.Fecha) IN ('2005-01-01', jet_date(T.Otra))"},
       {"#1/1/05# < T.Fecha", "'2005-01-01' < jet_date(T.Fecha)"},
       {"T.Fecha = Null", "T.Fecha = NULL"},
@@ -59,11 +58,9 @@ TEST(TranslateSqlite, ConditionsByConstruct) {
       // Null tests in both forms.
       {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"}, {"(T.a = 1) IS NULL", "(T.a = 1) IS NULL"},
       {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
-      // Concatenation and arithmetic.
-      // Texts known on both sides join with ||; chr of a constant is its character.
+      // Concatenation: texts known on both sides join with ||; chr of a constant is its character.
       {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE JET_NOCASE = 'O''Brien' || '|' || '2'"},
       {"T.x = Chr$(128)", "T.x COLLATE JET_NOCASE = '€'"},
-      {"T.x = chr(-(-66))", "T.x COLLATE JET_NOCASE = 'B'"},
       {"T.x = chr(T.n)", "T.x COLLATE JET_NOCASE = jet_chr(T.n)"},
       {"T.x = 'a' & 'b'", "T.x COLLATE JET_NOCASE = 'a' || 'b'"},
       {"T.x = 'a' & T.y", "T.x COLLATE JET_NOCASE = jet_concat('a', T.y)"},
@@ -98,8 +95,6 @@ TEST(TranslateSqlite, StatementsTheComponentRuns) {
        "AliasInmueble.IdAliasInmueble COLLATE JET_NOCASE = Demanda.IdAliasInmueble) LEFT JOIN "
        "Operacion ON Operacion.IdOperacion COLLATE JET_NOCASE = Demanda.IdOperacion) WHERE "
        "Demanda.IdDemanda = 7"},
-      {"SELECT Pais.Nombre AS Pais, Z.Nombre AS Zona FROM Pais, Zona AS Z",
-       "SELECT Pais.Nombre AS Pais, Z.Nombre AS Zona FROM Pais, Zona AS Z"},
       {"select a from T t right join U on t.x = 2 order by a desc, T.b + 1",
        "SELECT a FROM T AS t RIGHT JOIN U ON t.x = 2 ORDER BY a COLLATE JET_NOCASE DESC, "
        "jet_add(T.b, 1) COLLATE JET_NOCASE"},
@@ -123,7 +118,7 @@ TEST(TranslateSqlite, NamesAreQuotedOnlyWhenSqliteWouldMisreadThem) {
 // The same tree through the PostgreSQL table of overrides.
 
 TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
-  const std::vector<Case> cases = {
+  ExpectConditions({
       // Dates are timestamps on the server: midnight compares natively.
       {" ( T.Fecha >= #03/07/05# )  AND (T.Fecha <= #12/31/05# ) ",
        "(T.Fecha >= TIMESTAMP '2005-03-07') AND (T.Fecha <= TIMESTAMP '2005-12-31')"},
@@ -142,14 +137,11 @@ TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
       {"T.x = T.y & 'a'", "T.x COLLATE pg_temp.jet_nocase = pg_temp.jet_concat(VARIADIC "
                           "ARRAY[pg_temp.jet_text(T.y), pg_temp.jet_text('a')])"},
       {"T.n = T.a + T.b", "T.n = pg_temp.jet_add(T.a, T.b)"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(TranslateCondition(c.jet, Dialect::Postgres), c.sqlite) << "Jet: " << c.jet;
-  }
+  }, Dialect::Postgres);
 }
 
 TEST(TranslatePostgres, StatementsQuoteInLowerCaseAndSortNullsFirst) {
-  const std::vector<Case> cases = {
+  ExpectStatements({
       {"SELECT Alias FROM Agencia WHERE IdAgencia<1000000 ORDER BY Alias ASC",
        "SELECT Alias FROM Agencia WHERE IdAgencia < 1000000 ORDER BY Alias NULLS FIRST"},
       {"SELECT [Mi Campo], [User] FROM [Order] ORDER BY [Mi Campo] DESC",
@@ -158,10 +150,7 @@ TEST(TranslatePostgres, StatementsQuoteInLowerCaseAndSortNullsFirst) {
        "SELECT DISTINCT Zona.Nombre FROM Zona INNER JOIN BZona ON BZona.IdZona = Zona.IdZona"},
       // A word reserved only by SQLite needs no quotes here.
       {"SELECT T.Action FROM T", "SELECT T.Action FROM T"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(TranslateStatement(c.jet, Dialect::Postgres), c.sqlite) << "Jet: " << c.jet;
-  }
+  }, Dialect::Postgres);
 }
 
 // Jet's literal rules: the two-digit year pivot, midnight, 12-hour times, chr's code page.
