@@ -169,6 +169,10 @@ struct AccessFile::Impl {
 
   TableDefPtr ReadTable(MdbCatalogEntry* entry) const {
     if (!PageInFile(entry->table_pg)) Truncated(path);
+    // The definition names the pages of its usage maps: libmdb would read them blindly.
+    if (mdb_read_pg(mdb, entry->table_pg) != header.page_size) Truncated(path);
+    for (const int at : {mdb->fmt->tab_usage_map_offset, mdb->fmt->tab_free_map_offset})
+      if (!PageInFile(Le32(mdb->pg_buf + at) >> 8)) Truncated(path);
     TableDefPtr t(mdb_read_table(entry));
     if (!t || !mdb_read_columns(t.get())) Truncated(path);
     CheckPages(t.get());
