@@ -1,5 +1,6 @@
 #include "platform/mdb/access_file.h"
 
+#include <glib.h>  // before libmdb, which includes it inside extern "C"
 #include <mdbtools.h>
 
 #include <array>

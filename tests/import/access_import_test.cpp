@@ -2,6 +2,7 @@
 // of the file, the edge values the file holds, the component's selections on the copy, bad
 // files, an interrupted import, and a server target.
 #include <gtest/gtest.h>
+#include <glib.h>  // before libmdb, which includes it inside extern "C"
 #include <mdbtools.h>
 #include <signal.h>
 #include <sys/wait.h>
