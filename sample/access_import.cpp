@@ -91,12 +91,6 @@ ImportSummary Summarise(const std::vector<mdb::AccessTable>& tables,
   return summary;
 }
 
-std::string SqlQuoted(const std::string& text) {
-  std::string out = "'";
-  for (char c : text) out += c == '\'' ? std::string("''") : std::string(1, c);
-  return out + "'";
-}
-
 [[noreturn]] void TargetExists(const std::string& target) {
   throw Error(err::kFileAlreadyExists, "El fichero '" + target + "' ya existe.");
 }
@@ -154,7 +148,7 @@ void ImportToFile(const mdb::AccessFile& file, const std::vector<TablePlan>& pla
   }
   const std::string temporary = ReserveBeside(fs::path(target));
   try {
-    db.ExecuteNative("VACUUM INTO " + SqlQuoted(temporary));
+    db.CopyTo(temporary);
     SyncFile(temporary);
     if (options.replace) {
       fs::rename(temporary, target);

@@ -146,9 +146,11 @@ struct AccessFile::Impl {
   FileHeader header;
   MdbHandle* mdb = nullptr;
   std::vector<AccessTable> tables;
-  std::vector<MdbCatalogEntry*> entries;  // the catalog entry of each table, same order
+  // The definition of each table, same order, read and checked once when the file opens.
+  std::vector<TableDefPtr> definitions;
 
   ~Impl() {
+    definitions.clear();  // before the handle they belong to
     if (mdb) mdb_close(mdb);
   }
 
@@ -214,7 +216,7 @@ struct AccessFile::Impl {
         table.columns.push_back(std::move(column));
       }
       tables.push_back(std::move(table));
-      entries.push_back(entry);
+      definitions.push_back(std::move(t));
     }
   }
 
@@ -308,19 +310,18 @@ void AccessFile::ReadRows(std::string_view name, const RowFunction& row) const {
     Fail(dao::daoerr::kTableNotFound,
          "No se encuentra la tabla '" + std::string(name) + "' en '" + d.path + "'.");
   const AccessTable& table = d.tables[index];
-  TableDefPtr t = d.ReadTable(d.entries[index]);
-  if (t->num_cols != table.columns.size()) Truncated(d.path);
-  mdb_rewind_table(t.get());
+  MdbTableDef* t = d.definitions[index].get();
+  mdb_rewind_table(t);
   std::vector<MdbField> fields(t->num_cols);
   std::vector<Variant> values(t->num_cols);
   long read = 0;
   // Nothing is bound: libmdb only finds each row; its values are taken from the row itself,
   // where Null and the empty text differ.
-  while (mdb_fetch_row(t.get())) {
+  while (mdb_fetch_row(t)) {
     int start = 0;
     std::size_t length = 0;
     if (mdb_find_row(d.mdb, static_cast<int>(t->cur_row) - 1, &start, &length) != 0 ||
-        mdb_crack_row(t.get(), start & kRowOffsetMask, length, fields.data()) < 0)
+        mdb_crack_row(t, start & kRowOffsetMask, length, fields.data()) < 0)
       Truncated(d.path);
     for (std::size_t i = 0; i < values.size(); ++i) {
       const MdbField& field = fields[i];
