@@ -41,7 +41,8 @@ std::vector<std::string> MissingTables(const std::vector<mdb::AccessTable>& tabl
 SchemaColumn TargetColumn(const mdb::AccessColumn& column, bool key);
 
 // Called as a table is copied: its name, rows done so far and the rows it holds; the last
-// call of a table has done == rows read.
+// call of a table has done == rows read. What it throws aborts the import, which then leaves
+// nothing behind, and passes through.
 using ImportProgress = std::function<void(const std::string& table, long done, long total)>;
 
 struct ImportOptions {
