@@ -16,7 +16,7 @@
 #include "platform/postgres/session.h"
 #include "platform/sqlite/native.h"
 #include "sample/server_database.h"
-#include "sample/sqlite_sink.h"
+#include "sample/row_sink.h"
 
 namespace cp::sample {
 namespace {
@@ -75,6 +75,60 @@ long CopyRows(const mdb::AccessFile& file, const TablePlan& plan, TableWriter& w
   if (progress) progress(name, done, total);
   return done;
 }
+
+// Rows into one SQLite table, many to a statement: an INSERT of kRowsPerInsert rows and one
+// of a single row for the rest, each prepared once. Flush writes the rows still held. Access
+// tables have at most 255 columns: 32 rows stay below SQLite's 32766 parameters.
+class BatchedInsert : public TableWriter {
+ public:
+  static constexpr std::size_t kRowsPerInsert = 32;
+
+  BatchedInsert(sqlite::NativeDatabase& db, const std::string& table,
+                const std::vector<std::string>& columns)
+      : columns_(columns.size()),
+        many_(db.Prepare(Sql(table, columns, kRowsPerInsert))),
+        one_(db.Prepare(Sql(table, columns, 1))) {
+    held_.reserve(columns_ * kRowsPerInsert);
+  }
+
+  void Write(const std::vector<DbValue>& row) override {
+    held_.insert(held_.end(), row.begin(), row.end());
+    if (held_.size() == columns_ * kRowsPerInsert) Run(many_, held_.size());
+  }
+
+  void Flush() {
+    for (std::size_t at = 0; at < held_.size(); at += columns_) {
+      for (std::size_t i = 0; i < columns_; ++i) one_.BindCell(static_cast<int>(i) + 1, held_[at + i]);
+      one_.Step();
+      one_.Reset();
+    }
+    held_.clear();
+  }
+
+ private:
+  static std::string Sql(const std::string& table, const std::vector<std::string>& columns,
+                         std::size_t rows) {
+    std::string names, marks = "(";
+    for (const std::string& c : columns) {
+      names += (names.empty() ? "\"" : ", \"") + c + "\"";
+      marks += marks.size() == 1 ? "?" : ", ?";
+    }
+    marks += ")";
+    std::string sql = "INSERT INTO \"" + table + "\" (" + names + ") VALUES " + marks;
+    for (std::size_t r = 1; r < rows; ++r) sql += ", " + marks;
+    return sql;
+  }
+  void Run(sqlite::NativeStatement& insert, std::size_t values) {
+    for (std::size_t i = 0; i < values; ++i) insert.BindCell(static_cast<int>(i) + 1, held_[i]);
+    insert.Step();
+    insert.Reset();
+    held_.clear();
+  }
+
+  std::size_t columns_;
+  sqlite::NativeStatement many_, one_;
+  std::vector<DbValue> held_;
+};
 
 ImportSummary Summarise(const std::vector<mdb::AccessTable>& tables,
                         const std::vector<TablePlan>& plans) {
@@ -139,10 +193,10 @@ void ImportToFile(const mdb::AccessFile& file, const std::vector<TablePlan>& pla
       for (const SchemaColumn& c : p.added_columns)
         db.ExecuteNative("ALTER TABLE \"" + p.target.name + "\" ADD COLUMN " + ColumnDefinition(c));
     }
-    SqliteSink sink(db);
     for (std::size_t i = 0; i < plans.size(); ++i) {
-      auto writer = sink.Open(plans[i].target.name, TargetNames(plans[i]));
-      summary.tables[i].rows = CopyRows(file, plans[i], *writer, options.progress);
+      BatchedInsert insert(db, plans[i].target.name, TargetNames(plans[i]));
+      summary.tables[i].rows = CopyRows(file, plans[i], insert, options.progress);
+      insert.Flush();
     }
     transaction.Commit();
   }
