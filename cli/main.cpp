@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "cli/commands.h"
+#include "cli/import_command.h"
 #include "cli/match_command.h"
 #include "cli/selection_commands.h"
 
@@ -165,6 +166,32 @@ void AddMatch(CLI::App& app) {
   });
 }
 
+void AddImport(CLI::App& app) {
+  auto options = std::make_shared<cp::cli::ImportOptions>();
+  CLI::App* cmd = app.add_subcommand(
+      "import",
+      "Importa una base de datos de Access (.mdb) en una base de datos nueva (fichero SQLite o "
+      "base de datos de un servidor PostgreSQL), toda o nada: las tablas del esquema y también "
+      "las tablas y columnas que el esquema no conoce, tal cual. Con la salida de errores en "
+      "un terminal muestra una barra de progreso por tabla; al final, las filas de cada tabla. "
+      "Un fichero que no es de Access, incompleto o de una versión que no se puede leer da un "
+      "mensaje y estado 2, sin crear nada.");
+  cmd->add_option("--mdb", options->mdb, "Fichero de Access (.mdb) que se importa")->required();
+  cmd->add_option("--db", options->db,
+                  "Base de datos que se crea: fichero SQLite o conexión postgresql://...")
+      ->required();
+  cmd->add_flag("--replace", options->replace, "Sustituir la base de datos si ya existe");
+  cmd->add_flag("--check", options->check,
+                "Después, comparar filas y sumas de comprobación de cada tabla con el fichero "
+                "de Access (estado 2 si hay diferencias)");
+  cmd->callback([options] {
+    const bool terminal = isatty(STDERR_FILENO) != 0;
+    g_status = cp::cli::Import(*options, std::cout, std::cerr,
+                               terminal ? cp::cli::ImportProgressBar(std::cerr)
+                                        : cp::sample::ImportProgress());
+  });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -180,6 +207,7 @@ int main(int argc, char** argv) {
   AddCross(app);
   AddQuery(app);
   AddMatch(app);
+  AddImport(app);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {

@@ -157,23 +157,28 @@ const SchemaTable* FindTable(std::string_view name) {
   return nullptr;
 }
 
+std::string ColumnDefinition(const SchemaColumn& c) {
+  std::string sql = "\"" + c.name + "\" " + c.type;
+  if (c.auto_key) sql += " PRIMARY KEY AUTOINCREMENT";
+  if (c.not_null) sql += " NOT NULL DEFAULT 0";
+  return sql;
+}
+
+std::vector<std::string> TableStatements(const SchemaTable& t) {
+  std::string sql = "CREATE TABLE \"" + t.name + "\" (";
+  for (std::size_t i = 0; i < t.columns.size(); ++i)
+    sql += (i ? ", " : "") + ColumnDefinition(t.columns[i]);
+  std::vector<std::string> out = {sql + ")"};
+  for (const std::string& column : t.indexed)
+    out.push_back("CREATE INDEX \"" + t.name + "_" + column + "\" ON \"" + t.name + "\" (\"" +
+                  column + "\")");
+  return out;
+}
+
 std::vector<std::string> SchemaStatements() {
   std::vector<std::string> out;
-  for (const SchemaTable& t : SchemaTables()) {
-    std::string sql = "CREATE TABLE \"" + t.name + "\" (";
-    for (std::size_t i = 0; i < t.columns.size(); ++i) {
-      const SchemaColumn& c = t.columns[i];
-      if (i) sql += ", ";
-      sql += "\"" + c.name + "\" " + c.type;
-      if (c.auto_key) sql += " PRIMARY KEY AUTOINCREMENT";
-      if (c.not_null) sql += " NOT NULL DEFAULT 0";
-    }
-    sql += ")";
-    out.push_back(std::move(sql));
-    for (const std::string& column : t.indexed)
-      out.push_back("CREATE INDEX \"" + t.name + "_" + column + "\" ON \"" + t.name + "\" (\"" +
-                    column + "\")");
-  }
+  for (const SchemaTable& t : SchemaTables())
+    for (std::string& sql : TableStatements(t)) out.push_back(std::move(sql));
   return out;
 }
 

@@ -34,6 +34,10 @@ const SchemaTable* FindTable(std::string_view name);
 
 // The CREATE TABLE and CREATE INDEX statements, in execution order.
 std::vector<std::string> SchemaStatements();
+// Those of one table (any table described this way, in the schema or not).
+std::vector<std::string> TableStatements(const SchemaTable& table);
+// A column as CREATE TABLE and ALTER TABLE ... ADD COLUMN write it: "\"Name\" TYPE ...".
+std::string ColumnDefinition(const SchemaColumn& column);
 
 // Runs every statement of SchemaStatements() through execute (which throws on failure).
 void CreateSchema(const std::function<void(const std::string&)>& execute);

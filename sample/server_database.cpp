@@ -61,9 +61,9 @@ class ServerWriter : public TableWriter {
   std::string sql_;
 };
 
-class ServerSink : public RowSink {
+class ServerRowSink : public RowSink {
  public:
-  explicit ServerSink(postgres::Session& session) : session_(session) {}
+  explicit ServerRowSink(postgres::Session& session) : session_(session) {}
   std::unique_ptr<TableWriter> Open(const std::string& table,
                                     const std::vector<std::string>& columns) override {
     std::string names, marks;
@@ -81,19 +81,39 @@ class ServerSink : public RowSink {
 
 }  // namespace
 
+std::string ServerColumnDefinition(const SchemaColumn& c) {
+  return PostgresName(c.name) + " " + ServerType(c);
+}
+
+std::vector<std::string> ServerTableStatements(const SchemaTable& t) {
+  std::string sql = "CREATE TABLE " + PostgresName(t.name) + " (";
+  for (std::size_t i = 0; i < t.columns.size(); ++i)
+    sql += (i ? ", " : "") + ServerColumnDefinition(t.columns[i]);
+  std::vector<std::string> out = {sql + ")"};
+  for (const std::string& column : t.indexed)
+    out.push_back("CREATE INDEX " + PostgresName(t.name + "_" + column) + " ON " +
+                  PostgresName(t.name) + " (" + PostgresName(column) + ")");
+  return out;
+}
+
 std::vector<std::string> ServerSchemaStatements() {
   std::vector<std::string> out = {"CREATE DOMAIN jet_yesno AS smallint",
                                   "CREATE DOMAIN jet_byte AS smallint"};
-  for (const SchemaTable& t : SchemaTables()) {
-    std::string sql = "CREATE TABLE " + PostgresName(t.name) + " (";
-    for (std::size_t i = 0; i < t.columns.size(); ++i)
-      sql += (i ? ", " : "") + PostgresName(t.columns[i].name) + " " + ServerType(t.columns[i]);
-    out.push_back(sql + ")");
-    for (const std::string& column : t.indexed)
-      out.push_back("CREATE INDEX " + PostgresName(t.name + "_" + column) + " ON " +
-                    PostgresName(t.name) + " (" + PostgresName(column) + ")");
-  }
+  for (const SchemaTable& t : SchemaTables())
+    for (std::string& sql : ServerTableStatements(t)) out.push_back(std::move(sql));
   return out;
+}
+
+std::unique_ptr<RowSink> MakeServerSink(postgres::Session& session) {
+  return std::make_unique<ServerRowSink>(session);
+}
+
+void NumberAfterKeys(postgres::Session& session, const SchemaTable& t) {
+  for (const SchemaColumn& c : t.columns)
+    if (c.auto_key)
+      session.Execute("SELECT setval(pg_get_serial_sequence('" + PostgresName(t.name) + "', '" +
+                      Lower(c.name) + "'), coalesce(max(" + PostgresName(c.name) +
+                      "), 0) + 1, false) FROM " + PostgresName(t.name));
 }
 
 void CreateServerSampleDatabase(const std::string& connection,
@@ -107,16 +127,11 @@ void CreateServerSampleDatabase(const std::string& connection,
   session.Execute("BEGIN");
   for (const std::string& sql : ServerSchemaStatements()) session.Execute(sql);
   if (demo) {
-    ServerSink sink(session);
+    ServerRowSink sink(session);
     GenerateDemoData(sink, *demo);
   }
   // Keys were written explicitly: new rows are numbered after them.
-  for (const SchemaTable& t : SchemaTables())
-    for (const SchemaColumn& c : t.columns)
-      if (c.auto_key)
-        session.Execute("SELECT setval(pg_get_serial_sequence('" + PostgresName(t.name) +
-                        "', '" + Lower(c.name) + "'), coalesce(max(" + PostgresName(c.name) +
-                        "), 0) + 1, false) FROM " + PostgresName(t.name));
+  for (const SchemaTable& t : SchemaTables()) NumberAfterKeys(session, t);
   session.Execute("COMMIT");
 }
 

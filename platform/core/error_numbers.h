@@ -62,4 +62,8 @@ inline constexpr long kObjectInvalid = 3420;  // closed database or recordset
 namespace cp::ownerr {
 inline constexpr long kLinkerAlreadyInitialized = 20000;
 inline constexpr long kLinkerNotInitialized = 20001;
+// An Access file that cannot be imported.
+inline constexpr long kNotAnAccessFile = 20010;       // not an Access database at all
+inline constexpr long kAccessFileTruncated = 20011;   // cut short or damaged
+inline constexpr long kAccessVersionUnreadable = 20012;  // a version the reader does not know
 }  // namespace cp::ownerr

@@ -37,6 +37,9 @@ NativeStatement::~NativeStatement() = default;
 void NativeStatement::Bind(int position, const Variant& value) {
   statement_->Bind(position, ToCell(value));
 }
+void NativeStatement::BindCell(int position, const dao::Cell& value) {
+  statement_->Bind(position, value);
+}
 bool NativeStatement::Step() { return statement_->Step(); }
 void NativeStatement::Reset() { statement_->Reset(); }
 int NativeStatement::ColumnCount() const { return statement_->ColumnCount(); }
@@ -60,6 +63,18 @@ void NativeDatabase::ExecuteNative(const std::string& sql) {
   const int rc = sqlite3_exec(connection_->get(), sql.c_str(), nullptr, nullptr, &message);
   sqlite3_free(message);  // Fail reads the same text from the connection
   if (rc != SQLITE_OK) connection_->Fail(rc, sql, dao::SqlContext::Statement, kNativeSource);
+}
+
+void NativeDatabase::CopyTo(const std::string& path) {
+  const auto copy = Connection::Open(path, Connection::Mode::CreateIfMissing);
+  constexpr const char* kUnjournaled = "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF";
+  int rc = sqlite3_exec(copy->get(), kUnjournaled, nullptr, nullptr, nullptr);
+  if (rc != SQLITE_OK) copy->Fail(rc, kUnjournaled, dao::SqlContext::Statement, kNativeSource);
+  sqlite3_backup* backup = sqlite3_backup_init(copy->get(), "main", connection_->get(), "main");
+  if (!backup) copy->Fail(sqlite3_errcode(copy->get()), "", dao::SqlContext::Statement, kNativeSource);
+  sqlite3_backup_step(backup, -1);
+  rc = sqlite3_backup_finish(backup);
+  if (rc != SQLITE_OK) copy->Fail(rc, "", dao::SqlContext::Statement, kNativeSource);
 }
 
 NativeStatement NativeDatabase::Prepare(const std::string& sql) {

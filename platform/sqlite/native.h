@@ -14,6 +14,7 @@
 #include <string>
 
 #include "platform/core/variant.h"
+#include "platform/dao/types.h"
 
 namespace cp::sqlite {
 
@@ -31,6 +32,8 @@ class NativeStatement {
   // Date as ISO text ("yyyy-mm-dd", with " hh:mm:ss" when it has a time), String as text.
   // Arrays and objects raise 13.
   void Bind(int position, const Variant& value);
+  // Binds a stored value as it is (a bulk load's rows, already in the engine's types).
+  void BindCell(int position, const dao::Cell& value);
   // Runs to the next row: true when a row is available, false when done.
   bool Step();
   // Ready to run again with the same bindings (call after each row of a bulk insert).
@@ -65,6 +68,9 @@ class NativeDatabase {
   void Begin();
   void Commit();
   void Rollback();
+  // Copies the whole database, page by page, into the file at path (created, or an empty
+  // one), which is written without a journal and not synced: the caller syncs it.
+  void CopyTo(const std::string& path);
   // The rowid of the last row inserted on this connection.
   std::int64_t LastInsertId() const;
 

@@ -1,6 +1,14 @@
 #include "qt/demo/host_window.h"
 
 #include <QComboBox>
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QProgressDialog>
+#include <QStandardPaths>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -16,6 +24,8 @@
 #include "platform/core/conversions.h"
 #include "platform/core/date.h"
 #include "platform/core/error.h"
+#include "platform/dao/connect.h"
+#include "sample/access_import.h"
 #include "sample/host_query.h"
 
 namespace cp {
@@ -91,6 +101,19 @@ void Tell(const std::string& text) {
   CurrentMessenger()->Show(text, msg::kExclamation, kTitle);
 }
 
+// Thrown from the import's progress when the user cancels: the import leaves nothing.
+struct ImportCancelled {};
+
+// The cached copy of an Access file: its name, and a short hash of its folder so that two
+// files of the same name do not share a copy.
+QString CachedCopy(const QFileInfo& mdb) {
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+  QDir().mkpath(folder);
+  const QByteArray hash =
+      QCryptographicHash::hash(mdb.absolutePath().toUtf8(), QCryptographicHash::Sha1).toHex().left(8);
+  return QDir(folder).filePath(mdb.completeBaseName() + "-" + QString::fromLatin1(hash) + ".db");
+}
+
 }  // namespace
 
 const std::vector<std::string>& DemoHostWindow::Entities() {
@@ -106,10 +129,11 @@ std::string DemoHostWindow::CrossTarget(const std::string& entity) {
 
 DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::string& path,
                                QWidget* parent)
-    : QMainWindow(parent), db_(std::move(db)) {
-  selection_.setBD(db_);
-  selection_.setPathDB(path);
-  setWindowTitle(QStringLiteral("CriterioPredios — %1").arg(Q(path)));
+    : QMainWindow(parent) {
+  auto* open = menuBar()->addMenu(QStringLiteral("&Archivo"))
+                   ->addAction(QStringLiteral("&Abrir base de datos de Access…"));
+  open->setObjectName(QStringLiteral("actAbrirAccess"));
+  connect(open, &QAction::triggered, this, [this] { OpenAccessFile(); });
 
   auto* central = new QWidget(this);
   auto* entityLabel = new QLabel(QStringLiteral("&Entidad:"), central);
@@ -165,13 +189,67 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
   setCentralWidget(central);
   resize(1100, 680);
 
-  condition_->setText(QStringLiteral("Elija una entidad y pulse «Seleccionar…»."));
   connect(select_, &QPushButton::clicked, this, [this] { Select(); });
   connect(cross_, &QPushButton::clicked, this, [this] { CrossSelected(); });
   connect(conditionMore_, &QPushButton::toggled, this, [this](bool on) { ShowWholeCondition(on); });
   connect(entities_, &QComboBox::currentTextChanged, this, [this] { UpdateCrossButton(); });
   connect(rows_, &QTableWidget::currentCellChanged, this, [this] { UpdateCrossButton(); });
+  UseDatabase(std::move(db), path);
+}
+
+void DemoHostWindow::UseDatabase(std::shared_ptr<dao::Database> db, const std::string& path) {
+  db_ = std::move(db);
+  selection_.setBD(db_);
+  selection_.setPathDB(path);
+  setWindowTitle(QStringLiteral("CriterioPredios — %1").arg(Q(path)));
+  saved_.clear();
+  lookups_.clear();
+  listedEntity_.clear();
+  rows_->clear();
+  rows_->setRowCount(0);
+  rows_->setColumnCount(0);
+  count_->clear();
+  condition_->setText(QStringLiteral("Elija una entidad y pulse «Seleccionar…»."));
   UpdateCrossButton();
+}
+
+bool DemoHostWindow::OpenAccessFile() {
+  QFileDialog ask(this, QStringLiteral("Abrir base de datos de Access"), QString(),
+                  QStringLiteral("Bases de datos de Access (*.mdb *.accdb);;Todos los ficheros (*)"));
+  ask.setFileMode(QFileDialog::ExistingFile);
+  ask.setOption(QFileDialog::DontUseNativeDialog);  // a window of this process, as the others
+  if (ask.exec() != QDialog::Accepted || ask.selectedFiles().isEmpty()) return false;
+  const QFileInfo mdb(ask.selectedFiles().front());
+  try {
+    const QString copy = CachedCopy(mdb);
+    const QFileInfo cached(copy);
+    if (!cached.exists() || cached.lastModified() <= mdb.lastModified()) {
+      QProgressDialog progress(QStringLiteral("Importando %1…").arg(mdb.fileName()),
+                               QStringLiteral("Cancelar"), 0, 0, this);
+      progress.setWindowTitle(QString::fromUtf8(kTitle));
+      progress.setWindowModality(Qt::WindowModal);
+      progress.setMinimumDuration(0);
+      sample::ImportOptions options;
+      options.replace = true;  // an older copy is replaced only by a whole new one
+      options.progress = [&](const std::string& table, long done, long total) {
+        progress.setLabelText(QStringLiteral("Importando %1: tabla %2…").arg(mdb.fileName(), Q(table)));
+        progress.setMaximum(static_cast<int>(total));
+        progress.setValue(static_cast<int>(std::min(done, total)));
+        if (progress.wasCanceled()) throw ImportCancelled{};
+      };
+      sample::ImportAccess(mdb.absoluteFilePath().toStdString(), copy.toStdString(), options);
+    }
+    UseDatabase(dao::OpenDatabase(copy.toStdString()), copy.toStdString());
+    ListRows(entities_->currentText().toStdString(), "");
+    statusBar()->showMessage(QStringLiteral("Datos de %1.").arg(mdb.absoluteFilePath()));
+    return true;
+  } catch (const ImportCancelled&) {
+  } catch (const Error& e) {
+    Tell(e.description());
+  } catch (const std::exception& e) {
+    Tell(e.what());
+  }
+  return false;
 }
 
 bool DemoHostWindow::Select() {

@@ -11,8 +11,12 @@
 // as its Qt::UserRole data) and the names behind lookup ids. The condition shows a few
 // lines; "cmdVerCondicion" opens the rest.
 //
+// "Abrir base de datos de Access…" (menu Archivo) brings an office's Access file in: it is
+// imported into a database in the user's cache folder, named after the file and reused while
+// it is newer than the file, and then the host works on that database.
+//
 // Widgets are named for tests: "cboEntidad", "cmdSeleccionar", "cmdCruzar", "lblCondicion",
-// "cmdVerCondicion", "lblFilas", "grdFilas".
+// "cmdVerCondicion", "lblFilas", "grdFilas", the action "actAbrirAccess".
 #include <QMainWindow>
 #include <map>
 #include <memory>
@@ -41,6 +45,13 @@ class DemoHostWindow : public QMainWindow {
   // when the user accepted: the rows of the condition are then listed. A failure of the
   // component is shown to the user (MostrarMensaje) and gives false.
   bool Select();
+  // Asks for an Access file (a QFileDialog, answered in tests by watching for it), imports
+  // it under a progress dialog unless its cached copy is newer, opens the copy and lists the
+  // chosen entity's rows. False when the user cancels either window, or after an error, which
+  // is shown to the user; a cancelled or failed import keeps the database in use.
+  bool OpenAccessFile();
+  // Works on db from now on: what was listed or saved for the previous one is forgotten.
+  void UseDatabase(std::shared_ptr<dao::Database> db, const std::string& path);
   // Crosses the record of the current row; true when rows were listed. False (nothing done)
   // when there is no current row or the listed entity cannot be crossed.
   bool CrossSelected();
