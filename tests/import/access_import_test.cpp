@@ -329,6 +329,19 @@ TEST(ImportTarget, AKilledImportLeavesNoTarget) {
   EXPECT_GT(killedEarly, 0) << "no import was interrupted";
 }
 
+// A real agency file fits the schema: each of its tables and columns has a place, and every
+// table of the schema is in it (column sizes are held to by the server import below).
+TEST(ImportPlan, TheFixtureFitsTheSchemaWithNothingAddedOrLeftOut) {
+  const mdb::AccessFile file(kFixture);
+  for (const sample::TablePlan& plan : sample::PlanImport(file.tables())) {
+    SCOPED_TRACE(plan.target.name);
+    EXPECT_TRUE(plan.in_schema);
+    EXPECT_TRUE(plan.added_columns.empty());
+    EXPECT_TRUE(plan.skipped_columns.empty());
+  }
+  EXPECT_TRUE(sample::MissingTables(file.tables()).empty());
+}
+
 TEST(ImportPlan, TablesAndColumnsTheSchemaDoesNotKnowAreCopiedOrListed) {
   using mdb::ColumnType;
   const std::vector<mdb::AccessTable> file = {
