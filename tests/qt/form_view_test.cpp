@@ -4,11 +4,9 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QLineEdit>
-#include <QTabWidget>
 
 #include "platform/form/frame.h"
 #include "platform/form/keys.h"
-#include "platform/form/ss_tab.h"
 #include "tests/qt/gui_support.h"
 #include "tests/support/errors.h"
 
@@ -114,17 +112,6 @@ TEST_F(FormViewTest, DatePickerShowsSpanishDaysAndItsCheckBoxMeansNull) {
 
   dtp.setValue(Variant::Null());
   EXPECT_FALSE(check->isChecked());
-}
-
-// Pages and clicks on the strip are checked on the dialog's own layout.
-TEST_F(FormViewTest, TabStripFollowsTheModelWithoutFeedingItsClickBack) {
-  auto& tabs = form_.AddSSTab("tbsSelec", 2);
-  std::vector<int> previous;
-  tabs.Click.Connect([&](int p) { previous.push_back(p); });
-  Show();
-  tabs.setTab(1);
-  EXPECT_EQ(Widget<QTabWidget>("tbsSelec")->currentIndex(), 1);
-  EXPECT_EQ(previous, std::vector<int>{0}) << "no Click fed back by the view";
 }
 
 TEST_F(FormViewTest, EnabledAndVisibleFollowTheModelThroughFrames) {
