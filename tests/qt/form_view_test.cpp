@@ -4,11 +4,9 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QLineEdit>
-#include <QTabWidget>
 
 #include "platform/form/frame.h"
 #include "platform/form/keys.h"
-#include "platform/form/ss_tab.h"
 #include "tests/qt/gui_support.h"
 #include "tests/support/errors.h"
 
@@ -116,17 +114,6 @@ TEST_F(FormViewTest, DatePickerShowsSpanishDaysAndItsCheckBoxMeansNull) {
   EXPECT_FALSE(check->isChecked());
 }
 
-// Pages and clicks on the strip are checked on the dialog's own layout.
-TEST_F(FormViewTest, TabStripFollowsTheModelWithoutFeedingItsClickBack) {
-  auto& tabs = form_.AddSSTab("tbsSelec", 2);
-  std::vector<int> previous;
-  tabs.Click.Connect([&](int p) { previous.push_back(p); });
-  Show();
-  tabs.setTab(1);
-  EXPECT_EQ(Widget<QTabWidget>("tbsSelec")->currentIndex(), 1);
-  EXPECT_EQ(previous, std::vector<int>{0}) << "no Click fed back by the view";
-}
-
 TEST_F(FormViewTest, EnabledAndVisibleFollowTheModelThroughFrames) {
   auto& frame = form_.AddFrame("fraDatos");
   auto& txt = form_.AddTextBox("txtDentro");
@@ -177,7 +164,6 @@ TEST_F(FocusViewTest, CancelledValidateKeepsTheFocusAndTheButtonUnpressed) {
 
   view_->WidgetOf("txtB")->setFocus(Qt::TabFocusReason);  // as a click in the other box
   EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == a; }));
-  EXPECT_EQ(form_.ActiveControl(), &form_.Item("txtA"));
 
   log_.clear();
   QTest::mouseClick(view_->WidgetOf("cmdAceptar"), Qt::LeftButton);
