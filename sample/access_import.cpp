@@ -12,6 +12,7 @@
 
 #include "platform/core/date.h"
 #include "platform/core/error.h"
+#include "platform/dao/types.h"
 #include "platform/jetsql/postgres_rules.h"
 #include "platform/postgres/session.h"
 #include "platform/sqlite/native.h"
@@ -22,18 +23,10 @@ namespace cp::sample {
 namespace {
 
 namespace fs = std::filesystem;
+using dao::SameName;  // Access, like DAO, finds names in any case
 using mdb::ColumnType;
 
 constexpr long kProgressEvery = 512;
-
-bool SameName(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i)
-    if (std::tolower(static_cast<unsigned char>(a[i])) !=
-        std::tolower(static_cast<unsigned char>(b[i])))
-      return false;
-  return true;
-}
 
 const mdb::AccessTable* FindSource(const std::vector<mdb::AccessTable>& tables,
                                    std::string_view name) {
