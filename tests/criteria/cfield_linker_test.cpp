@@ -45,12 +45,19 @@ TEST_F(FieldLinkerTest, InitGuardsEveryMemberAndBindsOnce) {
   const std::pair<const char*, std::function<void()>> members[] = {
       {"Value", [&] { (void)linker.Value(); }},
       {"setValue", [&] { linker.setValue("Madrid"); }},
+      {"PreviousValue", [&] { (void)linker.PreviousValue(); }},
+      {"setPreviousValue", [&] { linker.setPreviousValue("Madrid"); }},
+      {"Filter", [&] { (void)linker.Filter(); }},
       {"setFilter", [&] { linker.setFilter("IdPais = 1"); }},
       {"MoreValues", [&] { (void)linker.MoreValues(); }},
+      {"IsEmpty", [&] { (void)linker.IsEmpty(); }},
+      {"ValuesCount", [&] { (void)linker.ValuesCount(); }},
       {"ID", [&] { (void)linker.ID(); }},
       {"GenerarCondicionSQL", [&] { (void)linker.GenerarCondicionSQL(); }},
       {"Choose", [&] { (void)linker.Choose("Zonas"); }},
       {"Validate", [&] { (void)linker.Validate(result); }},
+      {"UsedValuesQuery", [&] { (void)linker.UsedValuesQuery(); }},
+      {"NameLookupQuery", [&] { (void)linker.NameLookupQuery("Madrid"); }},
   };
   for (const auto& [name, call] : members) {
     SCOPED_TRACE(name);
