@@ -50,8 +50,8 @@ TEST(ConsoleMessenger, WritesLinesAndDeclines) {
   std::ostringstream out;
   ConsoleMessenger console(out);
   EXPECT_EQ(console.Show("Primera\r\nSegunda", 0x1034, "Error. - Versión: 1"), msg::kNo);
-  EXPECT_EQ(console.Show("Aviso", 0x10, ""), msg::kOk);
-  EXPECT_EQ(out.str(), "[Error. - Versión: 1]\nPrimera\nSegunda\n-> No\nAviso\n");
+  EXPECT_EQ(console.Show("Aviso\n\nfin\r", 0x10, ""), msg::kOk);  // only CR LF pairs change
+  EXPECT_EQ(out.str(), "[Error. - Versión: 1]\nPrimera\nSegunda\n-> No\nAviso\n\nfin\r\n");
   out.str("");
   EXPECT_EQ(console.Ask("Nombre:", "", "algo"), "");
   EXPECT_EQ(out.str().find("Nombre:\n"), 0u);
