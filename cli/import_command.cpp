@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "cli/commands.h"
+#include "cli/progress_bar.h"
 #include "platform/core/error.h"
 #include "platform/postgres/session.h"
 
@@ -116,13 +117,9 @@ sample::ImportProgress ImportProgressBar(std::ostream& err) {
     if (!last && now - state->drawn < std::chrono::milliseconds(200)) return;
     state->drawn = now;
     const double seconds = std::chrono::duration<double>(now - state->started).count();
-    constexpr int kWidth = 30;
-    const int filled = total > 0 ? static_cast<int>(kWidth * std::min(done, total) / total) : kWidth;
-    err << "\r" << Padded(table, 20) << "[" << std::string(static_cast<std::size_t>(filled), '#')
-        << std::string(static_cast<std::size_t>(kWidth - filled), ' ') << "] " << done << "/"
-        << total << "  " << (seconds > 0 ? static_cast<long>(done / seconds) : 0) << " filas/s";
-    if (last) err << "\n";
-    err.flush();
+    const long rate = seconds > 0 ? static_cast<long>(done / seconds) : 0;
+    DrawProgressBar(err, Padded(table, 20), done, total, 30,
+                    "  " + std::to_string(rate) + " filas/s");
   };
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/commands.h"
+#include "cli/progress_bar.h"
 #include "cli/selection_commands.h"
 #include "common/console_messenger.h"
 #include "common/entity_catalogue.h"
@@ -82,13 +83,7 @@ MatchProgress TerminalProgressBar(std::ostream& err) {
     const auto now = Clock::now();
     if (done < total && now - *last < std::chrono::milliseconds(200)) return;
     *last = now;
-    constexpr int kWidth = 40;
-    const int filled = total > 0 ? static_cast<int>(kWidth * done / total) : kWidth;
-    err << "\r[" << std::string(static_cast<std::size_t>(filled), '#')
-        << std::string(static_cast<std::size_t>(kWidth - filled), ' ') << "] " << done << "/"
-        << total;
-    if (done >= total) err << "\n";
-    err.flush();
+    DrawProgressBar(err, "", done, total, 40);
   };
 }
 
