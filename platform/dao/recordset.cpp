@@ -1,5 +1,6 @@
 #include "platform/dao/recordset.h"
 
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -36,13 +37,14 @@ class Recordset::State : public detail::CurrentRow {
     cursor_.reset();
     rows_.clear();
     current_.clear();
+    on_row_ = false;
   }
 
   RecordsetType type() const { return type_; }
   const std::vector<ColumnInfo>& columns() const { return columns_; }
 
   bool Eof() const {
-    return type_ == RecordsetType::Snapshot ? position_ >= rows_.size() : current_.empty();
+    return type_ == RecordsetType::Snapshot ? position_ >= rows_.size() : !on_row_;
   }
   bool Empty() const {
     return type_ == RecordsetType::Snapshot ? rows_.empty() : reached_ == 0;
@@ -94,14 +96,14 @@ class Recordset::State : public detail::CurrentRow {
   const Cell& Current(int column) const override {
     if (closed_) RaiseDao(daoerr::kObjectInvalid, kRecordsetSource);
     if (Eof()) RaiseDao(daoerr::kNoCurrentRecord, kRecordsetSource);
-    const auto& row = type_ == RecordsetType::Snapshot ? rows_[position_] : current_;
-    return row.at(static_cast<std::size_t>(column));
+    if (type_ == RecordsetType::Snapshot) return rows_[position_].at(static_cast<std::size_t>(column));
+    return CurrentCell(column);
   }
 
   int InferredType(int column) const override {
     if (type_ == RecordsetType::Snapshot) return inferred_.at(static_cast<std::size_t>(column));
     if (closed_ || Eof()) return dbText;
-    return TypeOfValue(current_.at(static_cast<std::size_t>(column)));
+    return TypeOfValue(CurrentCell(column));
   }
 
  private:
@@ -113,16 +115,29 @@ class Recordset::State : public detail::CurrentRow {
     return row;
   }
 
-  // Forward-only: reads the next row into current_, or empties it at the end (and lets the
-  // engine's statement go at once).
+  // Forward-only: steps to the next row, or at the end lets the engine's statement go at once.
   void Advance() {
-    current_.clear();
     if (cursor_ && cursor_->Next()) {
-      current_ = ReadRow(*cursor_);
+      on_row_ = true;
+      read_.assign(columns_.size(), false);
       ++reached_;
     } else {
+      on_row_ = false;
       cursor_.reset();
     }
+  }
+
+  // Forward-only rows are read a column at a time, when asked: counting rows, as a match
+  // does, then costs no conversions at all.
+  const Cell& CurrentCell(int column) const {
+    const auto c = static_cast<std::size_t>(column);
+    if (c >= columns_.size()) throw std::out_of_range("column");
+    if (current_.size() != columns_.size()) current_.resize(columns_.size());
+    if (!read_[c]) {
+      current_[c] = cursor_->Value(column);
+      read_[c] = true;
+    }
+    return current_[c];
   }
 
   std::shared_ptr<Engine> engine_;
@@ -136,7 +151,9 @@ class Recordset::State : public detail::CurrentRow {
   std::size_t position_ = 0;
   // Forward-only.
   std::unique_ptr<Cursor> cursor_;
-  std::vector<Cell> current_;  // empty at EOF
+  bool on_row_ = false;  // false at EOF
+  mutable std::vector<Cell> current_;
+  mutable std::vector<bool> read_;
   long reached_ = 0;
 };
 
