@@ -43,31 +43,28 @@ struct Pattern {
 
 void DeletePattern(void* p) { delete static_cast<Pattern*>(p); }
 
+bool PatternMatches(const LikePattern& pattern, std::string_view value) {
+  return IsAscii(value) ? pattern.MatchesAscii(value)
+                        : pattern.Matches(FoldedCodePoints(value));
+}
+
 void LikeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
   for (int i = 0; i < argc; ++i) {
     if (sqlite3_value_type(argv[i]) == SQLITE_NULL) return sqlite3_result_null(ctx);
   }
   std::string_view source = TextOf(argv[0]);
   std::string_view escape = argc > 2 ? TextOf(argv[2]) : std::string_view();
-  // The folded text is rebuilt for every row: keep its buffer, and skip utf8proc for ASCII.
-  static thread_local std::u32string text;
   const std::string_view value = TextOf(argv[1]);
-  text.clear();
-  if (IsAscii(value)) {
-    for (char c : value) text.push_back(static_cast<char32_t>(AsciiLower(c)));
-  } else {
-    text = CodePoints(Fold(value, false));
-  }
   // A constant pattern is compiled once per statement and kept as SQLite's auxiliary data.
   auto* cached = static_cast<Pattern*>(sqlite3_get_auxdata(ctx, 0));
   if (cached && cached->source == source && cached->escape == escape) {
-    return sqlite3_result_int(ctx, cached->compiled.Matches(text) ? 1 : 0);
+    return sqlite3_result_int(ctx, PatternMatches(cached->compiled, value) ? 1 : 0);
   }
   auto compiled = LikePattern::Compile(source, escape);
   if (!compiled) return sqlite3_result_error(ctx, "Cadena de modelo no válida.", -1);
   auto fresh = std::make_unique<Pattern>(Pattern{std::string(source), std::string(escape),
                                                  std::move(*compiled)});
-  bool matched = fresh->compiled.Matches(text);
+  bool matched = PatternMatches(fresh->compiled, value);
   sqlite3_set_auxdata(ctx, 0, fresh.release(), DeletePattern);
   sqlite3_result_int(ctx, matched ? 1 : 0);
 }

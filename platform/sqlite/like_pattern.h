@@ -16,7 +16,9 @@ class LikePattern {
   static std::optional<LikePattern> Compile(std::string_view pattern, std::string_view escape);
 
   // True when the whole folded text (code points, see Fold) matches.
-  bool Matches(const std::u32string& folded) const;
+  bool Matches(std::u32string_view folded) const;
+  // The same for ASCII text, read as it is stored (no copy, no decoding).
+  bool MatchesAscii(std::string_view text) const;
 
  private:
   // One pattern position.
@@ -30,7 +32,18 @@ class LikePattern {
     bool Matches(char32_t c) const;
   };
 
+  // Patterns of plain text and "*" only (nearly all that selections write) are matched by
+  // searching their literal runs left to right instead of item by item.
+  struct Segments {
+    bool anchoredStart = true, anchoredEnd = true, hasStar = false;
+    std::vector<std::u32string> runs;
+    std::vector<std::string> asciiRuns;  // the same runs, when all of them are ASCII
+    bool allAscii = true;
+  };
+  static std::optional<Segments> SegmentsOf(const std::vector<PatternItem>& items);
+
   std::vector<PatternItem> items_;
+  std::optional<Segments> segments_;
 };
 
 }  // namespace cp::sqlite

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <unordered_map>
 
 namespace cp::sqlite {
 namespace {
@@ -12,6 +13,21 @@ namespace {
 int CompareBytes(std::string_view a, std::string_view b) {
   int c = a.compare(b);
   return c < 0 ? -1 : (c > 0 ? 1 : 0);
+}
+
+struct FoldedForms {
+  std::string withoutMarks, withMarks;
+};
+
+// Both folded forms of a non-ASCII text, remembered: a table holds few distinct texts (place
+// names, categories) and comparing folds each of them again for every row.
+const FoldedForms& FoldedFormsOf(std::string_view text) {
+  static thread_local std::unordered_map<std::string, FoldedForms> cache;
+  static thread_local std::string key;
+  key.assign(text);
+  if (auto it = cache.find(key); it != cache.end()) return it->second;
+  if (cache.size() >= 4096) cache.clear();
+  return cache.emplace(key, FoldedForms{Fold(text, true), Fold(text, false)}).first->second;
 }
 
 }  // namespace
@@ -44,16 +60,42 @@ std::string Fold(std::string_view s, bool stripMarks) {
 
 // Equality ignores case only: the accent-blind order decides first, the accented one breaks ties.
 int CompareJetText(std::string_view a, std::string_view b) {
-  if (IsAscii(a) && IsAscii(b)) {
-    std::size_t n = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < n; ++i) {
-      char x = AsciiLower(a[i]), y = AsciiLower(b[i]);
-      if (x != y) return static_cast<unsigned char>(x) < static_cast<unsigned char>(y) ? -1 : 1;
+  // Over a common ASCII beginning the folded forms are the lower-case bytes, so the first
+  // ASCII difference (or an end met with ASCII still on the other side) decides; only text
+  // that differs first beyond ASCII needs Unicode folding.
+  const std::size_t n = std::min(a.size(), b.size());
+  std::size_t i = 0;
+  for (; i < n; ++i) {
+    const auto x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
+    if (x >= 0x80 || y >= 0x80) break;
+    const char lx = AsciiLower(static_cast<char>(x)), ly = AsciiLower(static_cast<char>(y));
+    if (lx != ly) {
+      // A mark after the letter folds into it: let Unicode decide then.
+      if ((i + 1 < a.size() && static_cast<unsigned char>(a[i + 1]) >= 0x80) ||
+          (i + 1 < b.size() && static_cast<unsigned char>(b[i + 1]) >= 0x80))
+        break;
+      return static_cast<unsigned char>(lx) < static_cast<unsigned char>(ly) ? -1 : 1;
     }
-    return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
   }
-  int c = CompareBytes(Fold(a, true), Fold(b, true));
-  return c != 0 ? c : CompareBytes(Fold(a, false), Fold(b, false));
+  if (i == n) {
+    if (a.size() == b.size()) return 0;
+    const std::string_view rest = a.size() > n ? a.substr(n) : b.substr(n);
+    if (static_cast<unsigned char>(rest[0]) < 0x80) return a.size() < b.size() ? -1 : 1;
+  }
+  if (a == b) return 0;
+  const FoldedForms& x = FoldedFormsOf(a);
+  const FoldedForms& y = FoldedFormsOf(b);
+  int c = CompareBytes(x.withoutMarks, y.withoutMarks);
+  return c != 0 ? c : CompareBytes(x.withMarks, y.withMarks);
+}
+
+const std::u32string& FoldedCodePoints(std::string_view s) {
+  static thread_local std::unordered_map<std::string, std::u32string> cache;
+  static thread_local std::string key;
+  key.assign(s);
+  if (auto it = cache.find(key); it != cache.end()) return it->second;
+  if (cache.size() >= 4096) cache.clear();
+  return cache.emplace(key, CodePoints(Fold(s, false))).first->second;
 }
 
 std::u32string CodePoints(std::string_view s) {

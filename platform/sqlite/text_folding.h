@@ -17,6 +17,9 @@ std::string Fold(std::string_view s, bool stripMarks);
 int CompareJetText(std::string_view a, std::string_view b);
 // The code points of UTF-8 text; an invalid byte stands for itself.
 std::u32string CodePoints(std::string_view s);
+// CodePoints(Fold(s, false)), remembered per thread for the texts seen last: columns hold few
+// distinct texts, and LIKE asks for the same ones row after row.
+const std::u32string& FoldedCodePoints(std::string_view s);
 // The letter without its accent ('á' gives 'a').
 char32_t BaseLetter(char32_t cp);
 

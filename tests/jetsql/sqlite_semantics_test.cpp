@@ -3,7 +3,13 @@
 // and the ids Jet selects from the rows created for it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
+#include <map>
 #include <memory>
+#include <numeric>
+#include <tuple>
+#include <random>
 
 #include "tests/jetsql/semantics_database.h"
 #include "tests/support/spanish_locale.h"
@@ -111,6 +117,64 @@ TEST(SqliteSemantics, LikeFunctionKeepsSqliteSignatureShape) {
   EXPECT_EQ(run("jet_like(NULL, 'a')"), "<Null>");
   // A pattern that is not constant is compiled per row.
   EXPECT_EQ(run("jet_like(CAST(Id AS TEXT) || '*', '1x')"), "1");
+}
+
+// Random texts over a few letters, accented capitals among them. Patterns of text and "*" take
+// a search of their literal runs: they select what a plain backtracking matcher selects.
+// Ordering takes shortcuts over ASCII: it still sorts without accents first, then with them.
+TEST(SqliteSemantics, RandomTextsMatchAndSortAsJetDoes) {
+  const std::vector<std::string> letters = {"a", "A", "á", "Á", ";", "b"};
+  const std::map<std::string, std::string> lower = {{"A", "a"}, {"Á", "á"}};
+  using Word = std::vector<std::string>;
+  auto fold = [&](Word w) {
+    for (auto& c : w) c = lower.count(c) ? lower.at(c) : c;
+    return w;
+  };
+  std::function<bool(const Word&, std::size_t, const Word&, std::size_t)> match =
+      [&](const Word& p, std::size_t i, const Word& t, std::size_t j) {
+        if (i == p.size()) return j == t.size();
+        if (p[i] == "*") return match(p, i + 1, t, j) || (j < t.size() && match(p, i, t, j + 1));
+        return j < t.size() && p[i] == t[j] && match(p, i + 1, t, j + 1);
+      };
+  std::mt19937 random(7);
+  auto word = [&](std::size_t maxLength, bool stars) {
+    Word w(random() % (maxLength + 1));
+    for (auto& c : w) c = stars && random() % 3 == 0 ? "*" : letters[random() % letters.size()];
+    return w;
+  };
+  auto join = [](const Word& w) {
+    std::string s;
+    for (const auto& c : w) s += c == "'" ? "''" : c;
+    return s;
+  };
+  std::vector<Word> values(60);
+  MemoryDatabase db;
+  db.Exec("CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT)");
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    values[i] = word(8, false);
+    db.Exec("INSERT INTO Textos VALUES (" + std::to_string(i) + ", '" + join(values[i]) + "')");
+  }
+  // Runs that overlap where they are found come first.
+  std::vector<Word> patterns = {{"*", "a", "a", "*", "a", "a", "*"}, {"a", "*", "a", "*", "a"},
+                                {"*", "a", ";", "*", ";", "a", "*"}};
+  while (patterns.size() < 150) patterns.push_back(word(6, true));
+  for (const Word& pattern : patterns) {
+    Ids expected;
+    for (std::size_t i = 0; i < values.size(); ++i)
+      if (match(fold(pattern), 0, fold(values[i]), 0)) expected.push_back(static_cast<long>(i));
+    EXPECT_EQ(db.Ids("SELECT Id FROM Textos WHERE Texto LIKE '" + join(pattern) + "' ORDER BY Id"),
+              expected)
+        << join(pattern);
+  }
+  std::vector<long> order(values.size());
+  std::iota(order.begin(), order.end(), 0L);
+  auto key = [&](long id) {
+    std::string plain = join(fold(values[static_cast<std::size_t>(id)])), bare = plain;
+    for (std::size_t at; (at = bare.find("á")) != std::string::npos;) bare.replace(at, 2, "a");
+    return std::tuple(bare, plain, id);
+  };
+  std::sort(order.begin(), order.end(), [&](long x, long y) { return key(x) < key(y); });
+  EXPECT_EQ(db.Ids("SELECT Id FROM Textos ORDER BY Texto, Id"), order);
 }
 
 TEST_P(JetSemantics, UnclosedCharacterClassIsAnError) {
