@@ -191,6 +191,7 @@ void ImportToFile(const mdb::AccessFile& file, const std::vector<TablePlan>& pla
       summary.tables[i].rows = CopyRows(file, plans[i], insert, options.progress);
       insert.Flush();
     }
+    db.ExecuteNative("ANALYZE");  // the planner's statistics, as init-db leaves them
     transaction.Commit();
   }
   const std::string temporary = ReserveBeside(fs::path(target));
@@ -246,6 +247,7 @@ void ImportToServer(const mdb::AccessFile& file, const std::vector<TablePlan>& p
   }
   for (const TablePlan& p : plans) NumberAfterKeys(session, p.target);
   session.Execute("COMMIT");
+  session.Execute("ANALYZE");
 }
 
 // FNV-1a over the canonical texts of a row, each followed by a separator.

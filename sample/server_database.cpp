@@ -133,6 +133,7 @@ void CreateServerSampleDatabase(const std::string& connection,
   // Keys were written explicitly: new rows are numbered after them.
   for (const SchemaTable& t : SchemaTables()) NumberAfterKeys(session, t);
   session.Execute("COMMIT");
+  session.Execute("ANALYZE");  // the planner's statistics at once, not at autovacuum's pace
 }
 
 }  // namespace cp::sample
