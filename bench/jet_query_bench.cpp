@@ -86,6 +86,32 @@ void BM_MultiValuedLikeVsNative(benchmark::State& state) {
 }
 BENCHMARK(BM_MultiValuedLikeVsNative)->UseManualTime()->Unit(benchmark::kMillisecond);
 
+// One Jet LIKE against SQLite's own LIKE on the same column with the same pattern.
+void BM_LikeVsSqliteLike(benchmark::State& state) {
+  auto jetDb = cp::dao::OpenDatabase(DemoDb());
+  cp::sqlite::NativeDatabase nativeDb(DemoDb());
+  Compare(state,
+          [&] { return CountJet(*jetDb, "SELECT IdIPropio FROM IPropio WHERE Categorias LIKE '*lujo*'"); },
+          [&] {
+            return CountNative(nativeDb,
+                               "SELECT IdIPropio FROM IPropio WHERE Categorias LIKE '%lujo%'");
+          });
+}
+BENCHMARK(BM_LikeVsSqliteLike)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// Equality under Jet's case-insensitive collation against SQLite's plain byte equality.
+void BM_CollatedEqualsVsPlain(benchmark::State& state) {
+  auto jetDb = cp::dao::OpenDatabase(DemoDb());
+  cp::sqlite::NativeDatabase nativeDb(DemoDb());
+  Compare(state,
+          [&] { return CountJet(*jetDb, "SELECT IdDemanda FROM Demanda WHERE Poblacion = 'valència; '"); },
+          [&] {
+            return CountNative(nativeDb,
+                               "SELECT IdDemanda FROM Demanda WHERE Poblacion = 'València; '");
+          });
+}
+BENCHMARK(BM_CollatedEqualsVsPlain)->UseManualTime()->Unit(benchmark::kMillisecond);
+
 // Translating a long condition, against preparing the translated SQL in SQLite.
 void BM_TranslateVsPrepare(benchmark::State& state) {
   cp::sqlite::NativeDatabase nativeDb(DemoDb());

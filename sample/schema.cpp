@@ -64,7 +64,9 @@ SchemaTable Property(const std::string& table, const std::string& key) {
   c.push_back(Money("Precio"));
   c.push_back(Real("Superficie"));
   AppendFeatures(c);
-  return {table, std::move(c), kPropertyIndexed};
+  std::vector<std::string> indexed = kPropertyIndexed;
+  indexed.insert(indexed.end(), {"FechaAlta", "FechaActualizacion"});
+  return {table, std::move(c), std::move(indexed)};
 }
 
 // The demand table keeps its location and property types as multi-valued text.
@@ -84,7 +86,7 @@ SchemaTable Demand() {
   return {"Demanda",
           std::move(c),
           {"IdCliente", "IdOperacion", "IdAliasInmueble", "IdCalefaccion", "IdAgencia", "IdUsuario",
-           "IdAcceso"}};
+           "IdAcceso", "FechaAlta", "FechaActualizacion"}};
 }
 
 std::vector<SchemaTable> BuildTables() {
