@@ -63,8 +63,8 @@ void CrossIds(const MatchOptions& options, const std::string& to,
   }
 }
 
-// Crosses every id in `workers` processes, worker w taking every w-th id so that each gets a
-// share of every part of the key range. Returns the empty text or the first failure.
+// Crosses every id in `workers` processes, worker w taking ids w, w + workers... so that each
+// gets a share of every part of the key range. Returns the empty text or the first failure.
 std::string CrossInWorkers(const MatchOptions& options, const std::string& to,
                            const std::vector<std::int32_t>& ids, int workers,
                            std::vector<long>& counts, std::ostream& err,
