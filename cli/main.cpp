@@ -2,8 +2,10 @@
 // declared by one Add* function below and runs a routine of cli/commands.h; a new subcommand
 // adds its own function and one line in main.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <map>
+#include <thread>
 
 #include <unistd.h>
 
@@ -158,6 +160,11 @@ void AddMatch(CLI::App& app) {
   cmd->add_option("--limit", options->limit, "Cruzar solo los N primeros registros")
       ->check(CLI::NonNegativeNumber);
   cmd->add_flag("--json", options->json, "Array JSON de {\"id\", \"coincidencias\"}");
+  // hardware_concurrency may not know (0): then one process.
+  options->jobs = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+  cmd->add_option("--jobs", options->jobs,
+                  "Procesos que cruzan a la vez (por omisión, uno por núcleo)")
+      ->check(CLI::PositiveNumber);
   cmd->callback([options] {
     const bool terminal = isatty(STDERR_FILENO) != 0;
     g_status = cp::cli::Match(*options, std::cout, std::cerr,

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -71,18 +72,32 @@ TEST_F(MatchTest, PutsTheHostsSlotsBackWhateverIsThrown) {
   }
 }
 
-TEST_F(MatchTest, CountsEqualCrossingOneByOne) {
+// Whatever the number of worker processes, a run prints the same bytes, and each count is what
+// crossing that record alone gives (whatever record was crossed before it).
+TEST_F(MatchTest, CountsEqualCrossingOneByOneWhateverTheJobs) {
+  constexpr long kRecords = 80;
   for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
            {"Demandas", ""}, {"Demandas", "Inm. Ajenos"}, {"Inm. Propios", ""}}) {
-    long calls = 0;
-    const Result r = RunMatch({"", from, to, 4, true}, [&](long done, long total) {
-      EXPECT_EQ(done, ++calls);
-      EXPECT_EQ(total, 4);
-    });
-    ASSERT_EQ(r.status, kExitOk) << r.err;
-    EXPECT_EQ(calls, 4);
-    const auto rows = nlohmann::json::parse(r.out);
-    ASSERT_EQ(rows.size(), 4u);
+    Result first_json, first_text;
+    for (const int jobs : {1, 2, 3}) {
+      long calls = 0;
+      const Result json = RunMatch({"", from, to, kRecords, true, jobs}, [&](long done, long total) {
+        EXPECT_EQ(done, ++calls);
+        EXPECT_EQ(total, kRecords);
+      });
+      const Result text = RunMatch({"", from, to, kRecords, false, jobs});
+      ASSERT_EQ(json.status, kExitOk) << json.err;
+      ASSERT_EQ(text.status, kExitOk) << text.err;
+      EXPECT_EQ(calls, kRecords) << jobs;
+      if (jobs == 1) {
+        first_json = json, first_text = text;
+        continue;
+      }
+      EXPECT_EQ(json.out, first_json.out) << from << " jobs " << jobs;
+      EXPECT_EQ(text.out, first_text.out) << from << " jobs " << jobs;
+    }
+    const auto rows = nlohmann::json::parse(first_json.out);
+    ASSERT_EQ(rows.size(), static_cast<std::size_t>(kRecords));
     const std::string target = to.empty() ? (from == "Demandas" ? "Inm. Propios" : "Demandas") : to;
     for (const auto& row : rows)
       EXPECT_EQ(row["coincidencias"].get<long>(),
@@ -91,10 +106,26 @@ TEST_F(MatchTest, CountsEqualCrossingOneByOne) {
   }
 }
 
+// A database error met while crossing, in this process or in a worker, ends the run with
+// status 2 and the error's description, and prints no result.
+TEST_F(MatchTest, AnErrorWhileCrossingStopsTheRun) {
+  const std::string broken = dir_->File("sin_inmuebles.db");
+  std::filesystem::copy_file(db_, broken, std::filesystem::copy_options::overwrite_existing);
+  ScratchDb(broken).Exec("DROP TABLE IPropio");  // demands are still read, the target is gone
+  for (const int jobs : {1, 2, 3}) {
+    const Result r = RunCommand([&](auto& out, auto& err) {
+      return Match({broken, "Demandas", "", 10, false, jobs}, out, err);
+    });
+    EXPECT_EQ(r.status, kExitError) << jobs;
+    EXPECT_EQ(r.out, "") << jobs;
+    EXPECT_NE(r.err.find("IPropio"), std::string::npos) << jobs << ": " << r.err;
+  }
+}
+
 TEST_F(MatchTest, TextOutputAndBadPairs) {
-  const Result r = RunMatch({"", "Demandas", "", 2, false});
+  const Result r = RunMatch({"", "Demandas", "", 2, false, 3});  // more jobs than records
   ASSERT_EQ(r.status, kExitOk);
-  EXPECT_EQ(r.out.rfind("IdDemanda\tInm. Propios\n1\t", 0), 0u) << r.out;
+  EXPECT_EQ(r.out, "IdDemanda\tInm. Propios\n1\t0\n2\t0\n") << r.out;
   for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
            {"Inm. Archivados", ""}, {"Demandas", "Demandas"}, {"Inm. Propios", "Inm. Ajenos"}}) {
     const Result bad = RunMatch({"", from, to, 0, false});
