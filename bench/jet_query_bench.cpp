@@ -4,33 +4,23 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
-#include <filesystem>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 #include "bench/compare.h"
+#include "bench/demo_file.h"
 #include "platform/dao/connect.h"
 #include "platform/dao/database.h"
 #include "platform/jetsql/translator.h"
 #include "platform/sqlite/native.h"
-#include "sample/sample_database.h"
 
 namespace {
 
 
 // A demo database of 20,000 own properties, made once per run.
 const std::string& DemoDb() {
-  static const std::string path = [] {
-    std::string p = (std::filesystem::temp_directory_path() /
-                     ("cp_bench_" + std::to_string(::getpid()) + ".db"))
-                        .string();
-    std::filesystem::remove(p);
-    cp::sample::CreateSampleDatabase(p, cp::sample::DemoOptions{20000});
-    std::atexit([] { std::filesystem::remove(path); });
-    return p;
-  }();
-  return path;
+  static const DemoFile demo("cp_bench", 20000);
+  return demo.path();
 }
 
 long CountJet(cp::dao::Database& db, const std::string& sql) {
