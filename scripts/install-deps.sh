@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the build and the tests need. Safe to run repeatedly:
-# it does nothing when every package and the Spanish locale are already there.
+# Installs the Debian packages the build and the tests need (with "bench", also those of
+# `make bench`). Safe to run repeatedly: it does nothing when every package and the Spanish
+# locale are already there.
 set -euo pipefail
 packages=(
   build-essential cmake ccache pkg-config
@@ -10,6 +11,8 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev xvfb xauth fonts-dejavu-core
   locales
 )
+# `make bench` also draws a plot and writes its report with Debian's Python.
+[ "${1:-}" = bench ] && packages+=(gnuplot-nox python3)
 sudo=""
 [ "$(id -u)" -ne 0 ] && sudo="sudo"
 missing=()
