@@ -3,6 +3,7 @@
 #include <utf8proc.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <memory>
 #include <unordered_map>
@@ -28,6 +29,29 @@ const FoldedForms& FoldedFormsOf(std::string_view text) {
   if (auto it = cache.find(key); it != cache.end()) return it->second;
   if (cache.size() >= 4096) cache.clear();
   return cache.emplace(key, FoldedForms{Fold(text, true), Fold(text, false)}).first->second;
+}
+
+// The unaccented lower-case ASCII letter of U+00C0..U+00FF ('Á' gives 'a'), 0 for those that
+// have none ('ß', 'æ', '×'): taken from the folding itself once, so both always agree.
+char LatinBase(unsigned char second) {
+  static const std::array<char, 64> table = [] {
+    std::array<char, 64> t{};
+    for (int i = 0; i < 64; ++i) {
+      const char bytes[] = {static_cast<char>(0xC3), static_cast<char>(0x80 + i)};
+      const std::string folded = Fold(std::string_view(bytes, 2), true);
+      if (folded.size() == 1 && static_cast<unsigned char>(folded[0]) < 0x80) t[i] = folded[0];
+    }
+    return t;
+  }();
+  return second >= 0x80 && second < 0xC0 ? table[second - 0x80] : 0;
+}
+
+// The accent-blind letter at s[i] when it is ASCII or a Latin-1 letter with an ASCII base.
+char BaseAt(std::string_view s, std::size_t i) {
+  const auto c = static_cast<unsigned char>(s[i]);
+  if (c < 0x80) return AsciiLower(static_cast<char>(c));
+  if (c == 0xC3 && i + 1 < s.size()) return LatinBase(static_cast<unsigned char>(s[i + 1]));
+  return 0;
 }
 
 }  // namespace
@@ -67,7 +91,13 @@ int CompareJetText(std::string_view a, std::string_view b) {
   std::size_t i = 0;
   for (; i < n; ++i) {
     const auto x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
-    if (x >= 0x80 || y >= 0x80) break;
+    if (x >= 0x80 || y >= 0x80) {
+      // Different base letters decide the accent-blind order there and then ('Ático' < 'Piso').
+      const char bx = BaseAt(a, i), by = BaseAt(b, i);
+      if (bx && by && bx != by)
+        return static_cast<unsigned char>(bx) < static_cast<unsigned char>(by) ? -1 : 1;
+      break;
+    }
     const char lx = AsciiLower(static_cast<char>(x)), ly = AsciiLower(static_cast<char>(y));
     if (lx != ly) {
       // A mark after the letter folds into it: let Unicode decide then.
