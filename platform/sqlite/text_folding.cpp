@@ -122,10 +122,13 @@ int CompareJetText(std::string_view a, std::string_view b) {
 const std::u32string& FoldedCodePoints(std::string_view s) {
   static thread_local std::unordered_map<std::string, std::u32string> cache;
   static thread_local std::string key;
+  // The criteria of one value ask up to four times in a row: skip the hashing then.
+  static thread_local const std::u32string* last = nullptr;
+  if (last && key == s) return *last;
   key.assign(s);
-  if (auto it = cache.find(key); it != cache.end()) return it->second;
+  if (auto it = cache.find(key); it != cache.end()) return *(last = &it->second);
   if (cache.size() >= 4096) cache.clear();
-  return cache.emplace(key, CodePoints(Fold(s, false))).first->second;
+  return *(last = &cache.emplace(key, CodePoints(Fold(s, false))).first->second);
 }
 
 std::u32string CodePoints(std::string_view s) {
