@@ -118,8 +118,16 @@ TEST_F(QtListPickerTest, FiltersAsTheUserTypesIgnoringCaseAndAccentsAndKeepsTick
     QTest::keyClicks(&filter, "RAPIDA");
     EXPECT_EQ(Rows(w, false, true), QStringList({"Compra rápida"}));
     EXPECT_EQ(Rows(w, true), QStringList({"Inversor", "Vip"})) << "hidden values stay ticked";
-    Click(w.acceptButton());
+    QTest::keyClick(&filter, Qt::Key_Return);  // Enter presses Aceptar, the default button
   }), "Inversor; Vip; ");
+}
+
+// Aceptar is the default button by itself, not by coming first in the platform's button
+// order, so that Enter in the filter box accepts everywhere.
+TEST_F(QtListPickerTest, AceptarIsTheDefaultButtonBeforeTheWindowShows) {
+  ListPickerWindow w("Categorías", 300, kAllCategories, "");
+  EXPECT_TRUE(w.acceptButton().isDefault());
+  EXPECT_FALSE(w.cancelButton().isDefault());
 }
 
 // Aceptar returns the ticked values in list order (none: the criterion is cleared); Cancel
