@@ -9,11 +9,9 @@
 #include <QTableWidget>
 #include <chrono>
 #include <filesystem>
-#include <sstream>
 
 #include "platform/dao/connect.h"
 #include "qt/demo/host_window.h"
-#include "qt/demo/screenshot.h"
 #include "tests/qt/gui_support.h"
 
 namespace cp::testing {
@@ -26,8 +24,8 @@ INSERT INTO Cliente (IdCliente, Alias, Apellidos) VALUES
 INSERT INTO Agencia (IdAgencia, Alias) VALUES (1, 'Sol'), (2, 'Luna');
 INSERT INTO Demanda (IdDemanda, IdCliente, PrecioMinimo, PrecioMaximo, Huecos) VALUES
   (1, 1, 100000, 200000, 3), (2, 1, 50000, 90000, 2);
-INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos) VALUES
-  (1, 3, NULL, 150000, 3), (2, 4, 5, 80000, 2);
+INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos, Exclusividad) VALUES
+  (1, 3, NULL, 150000, 3, 0), (2, 4, 5, 80000, 2, 1);
 )SQL";
 
 class DemoHostTest : public CommonTest {
@@ -53,12 +51,13 @@ class DemoHostTest : public CommonTest {
   static void Accept(frmSeleccion& dlg) {
     dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
   }
-  // The text of each row in the column of the field.
+  // The header, then the text of each row, in the column of the field.
   QStringList Column(const char* field) const {
     QTableWidget& rows = host_->rows();
     QStringList cells;
     for (int c = 0; c < rows.columnCount(); ++c) {
       if (rows.horizontalHeaderItem(c)->data(Qt::UserRole).toString() != field) continue;
+      cells.push_back(rows.horizontalHeaderItem(c)->text());
       for (int r = 0; r < rows.rowCount(); ++r) cells.push_back(rows.item(r, c)->text());
     }
     return cells;
@@ -76,7 +75,7 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
     c.Get<form::ComboBox>("cboEn").setText("Apellido");
     Accept(dlg);
   }));
-  EXPECT_EQ(Column("IdCliente"), QStringList({"3"}));
+  EXPECT_EQ(Column("IdCliente"), QStringList({"Nº", "3"}));
   const QString condition = QString::fromStdString(host_->selection().SQLW());
   EXPECT_TRUE(host_->conditionLabel().text().contains(condition));
   host_->rows().setCurrentCell(0, 0);
@@ -85,6 +84,12 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
   ASSERT_TRUE(Select("Agencias"));
   EXPECT_EQ(host_->countLabel().text(), "2 registros de Agencias");
   EXPECT_TRUE(host_->conditionLabel().text().contains("todos los registros"));
+  // Headers in words, Yes/No as Sí/No.
+  ASSERT_TRUE(Select("Inm. Propios"));
+  const std::pair<const char*, QStringList> columns[] = {
+      {"IdAcceso", {"Acceso", "", ""}}, {"Banios", {"Baños", "", ""}},
+      {"FechaAlta", {"Fecha alta", "", ""}}, {"Exclusividad", {"Exclusividad", "No", "Sí"}}};
+  for (const auto& [field, cells] : columns) EXPECT_EQ(Column(field), cells) << field;
 }
 
 // The cross button crosses the current row of the entity listed with the other side.
@@ -102,7 +107,7 @@ TEST_F(DemoHostTest, CrossesTheCurrentRowWithTheOtherSideOfTheMarket) {
   reference.Cruzar(demand, to, from);
   EXPECT_EQ(host_->selection().SQLW(), reference.SQLW());
   EXPECT_FALSE(host_->statusBar()->currentMessage().isEmpty());
-  EXPECT_EQ(Column("IdProvincia"), QStringList({"Málaga"})) << "keys read as names";
+  EXPECT_EQ(Column("IdProvincia"), QStringList({"Provincia", "Málaga"})) << "keys read as names";
   ASSERT_TRUE(Select("Clientes"));
   EXPECT_TRUE(host_->statusBar()->currentMessage().isEmpty()) << "the cross is no longer shown";
 }
@@ -147,18 +152,6 @@ TEST_F(DemoHostTest, OpensAnAccessFileThroughACopyInTheCacheFolder) {
     EXPECT_EQ(fs::last_write_time(copy) != stamp, c.imported);
     EXPECT_EQ(host_->countLabel().text(), "300 registros de Clientes");
   }
-}
-
-// A picture through the real modal window, as --screenshot takes it.
-TEST_F(DemoHostTest, ScreenshotShowsTheTabAndClosesEverything) {
-  ScopedModalRunner runner(std::make_shared<QtModalRunner>());
-  std::ostringstream err;
-  const std::string tab = dir_ + "/fechas.png";
-  EXPECT_EQ(TakeScreenshot(host_->selection(), {tab, "Clientes", 1, ""}, err), 0) << err.str();
-  EXPECT_FALSE(LooksBlank(tab));
-  EXPECT_EQ(TakeScreenshot(host_->selection(), {dir_ + "/x.png", "Clientes", 7, ""}, err), 2);
-  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-  EXPECT_FALSE(std::filesystem::exists(dir_ + "/x.png"));
 }
 
 }  // namespace
