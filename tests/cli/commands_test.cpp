@@ -9,7 +9,9 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "sample/sample_database.h"
 #include "tests/cli/test_db.h"
+#include "tests/support/errors.h"
 
 namespace cp::cli {
 namespace {
@@ -58,6 +60,10 @@ TEST(InitDbCommand, RefusesAnExistingFileAndAFailureLeavesNoFile) {
     EXPECT_EQ(r.status, kExitError) << taken;
     EXPECT_NE(r.err.find("ya existe"), std::string::npos) << r.err;
   }
+  // The library refuses by itself too, for its other callers (the demo host).
+  for (const std::string& taken : {path, link})
+    EXPECT_EQ(cp::testing::ErrorNumberOf([&] { CreateSampleDatabase(taken, std::nullopt); }),
+              err::kFileAlreadyExists) << taken;
   EXPECT_FALSE(std::filesystem::exists(dir.File("destino.db")));
   std::ifstream in(path);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "somebody's file");
