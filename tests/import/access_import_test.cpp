@@ -100,9 +100,7 @@ std::string Comparable(int type, std::string v) {
 }
 
 Result RunImport(const ImportOptions& options) {
-  std::ostringstream out, err;
-  const int status = Import(options, out, err);
-  return {status, out.str(), err.str()};
+  return testing::RunCommand([&](auto& out, auto& err) { return Import(options, out, err); });
 }
 
 // The first column of every row that a `query` subcommand printed.

@@ -154,14 +154,6 @@ TEST_F(QtListPickerTest, AcceptReturnsTheTickedValuesCancelTheOriginalText) {
   }
 }
 
-TEST_F(QtListPickerTest, AStatementThatFailsIsReportedByTheBridgeAndClearsTheCriterion) {
-  EXPECT_EQ(VerListadoMult("Vip; ", "TipoCategoria", "Nombre", false, false, false, 3000,
-                           "Categorías", "SELECT Nada FROM NoHay"), "");
-  // The report's wording and the modal flag are the bridge's own tests' business.
-  EXPECT_EQ(messenger_->shown().size(), 1u);
-  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-}
-
 // Without the host's database the picker reads the file BDatos names.
 TEST_F(QtListPickerTest, ReadsTheFileNamedByBDatos) {
   setBD(nullptr);
