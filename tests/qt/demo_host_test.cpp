@@ -22,8 +22,9 @@ INSERT INTO Cliente (IdCliente, Alias, Apellidos) VALUES
 INSERT INTO Agencia (IdAgencia, Alias) VALUES (1, 'Sol'), (2, 'Luna');
 INSERT INTO Demanda (IdDemanda, IdCliente, PrecioMinimo, PrecioMaximo, Huecos) VALUES
   (1, 1, 100000, 200000, 3), (2, 1, 50000, 90000, 2);
-INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos, Exclusividad) VALUES
-  (1, 3, NULL, 150000, 3, 0), (2, 4, 5, 80000, 2, 1);
+INSERT INTO AliasInmueble (IdAliasInmueble, Inmueble, Activo) VALUES (4, 'Ático', 1);
+INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos, Exclusividad,
+  IdAliasInmueble) VALUES (1, 3, NULL, 150000, 3, 0, 4), (2, 4, 5, 80000, 2, 1, NULL);
 )SQL";
 
 class DemoHostTest : public CommonTest {
@@ -82,10 +83,11 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
   ASSERT_TRUE(Select("Agencias"));
   EXPECT_EQ(host_->countLabel().text(), "2 registros de Agencias");
   EXPECT_TRUE(host_->conditionLabel().text().contains("todos los registros"));
-  // Headers in words, Yes/No as Sí/No.
+  // Headers in words, lookups by name, Yes/No as Sí/No.
   ASSERT_TRUE(Select("Inm. Propios"));
   const std::pair<const char*, QStringList> columns[] = {
       {"IdAcceso", {"Acceso", "", ""}}, {"Banios", {"Baños", "", ""}},
+      {"IdAliasInmueble", {"Inmueble", "Ático", ""}},
       {"FechaAlta", {"Fecha alta", "", ""}}, {"Exclusividad", {"Exclusividad", "No", "Sí"}}};
   for (const auto& [field, cells] : columns) EXPECT_EQ(Column(field), cells) << field;
 }

@@ -136,10 +136,13 @@ TEST_F(QtListPickerTest, AcceptReturnsTheTickedValuesCancelTheOriginalText) {
   const Act accept = [](ListPickerWindow& w) { Click(w.acceptButton()); };
   const Act cancel = [](ListPickerWindow& w) { Click(w.cancelButton()); };
   const Act escape = [](ListPickerWindow& w) { QTest::keyClick(&w.list(), Qt::Key_Escape); };
+  // Enter in the list accepts without ticking its current row, the last one pressed.
+  const Act enter = [](ListPickerWindow& w) { QTest::keyClick(&w.list(), Qt::Key_Return); };
   const struct { std::string text; QStringList presses; Act close; std::string result; }
   cases[] = {
       {"", {"Vip", "Compra rápida", "Extranjero", "Extranjero"}, accept, "Compra rápida; Vip; "},
       {"Vip; ", {"Vip"}, accept, ""},
+      {"", {"Vip", "Inversor"}, enter, "Inversor; Vip; "},
       {"vip ;Otra", {"Inversor", "Vip"}, cancel, "vip ;Otra"},
       {"vip ;Otra", {"Inversor", "Vip"}, escape, "vip ;Otra"},
   };
