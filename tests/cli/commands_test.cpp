@@ -2,12 +2,16 @@
 #include "cli/commands.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "sample/sample_database.h"
 #include "tests/cli/test_db.h"
+#include "tests/support/errors.h"
 
 namespace cp::cli {
 namespace {
@@ -47,10 +51,20 @@ TEST(InitDbCommand, CreatesThePlainSchemaAndOnlyWithDemoTheRows) {
 
 TEST(InitDbCommand, RefusesAnExistingFileAndAFailureLeavesNoFile) {
   ScratchDir dir;
-  const std::string path = dir.File("datos.db");
+  const std::string path = dir.File("datos.db"), link = dir.File("enlace.db");
   std::ofstream(path) << "somebody's file";
-  Result r = RunInitDb({path, true, 10});
-  EXPECT_EQ(r.status, kExitError);
+  std::filesystem::create_symlink(dir.File("destino.db"), link);  // leads nowhere yet
+  Result r;
+  for (const std::string& taken : {path, link}) {
+    r = RunInitDb({taken, true, 10});
+    EXPECT_EQ(r.status, kExitError) << taken;
+    EXPECT_NE(r.err.find("ya existe"), std::string::npos) << r.err;
+  }
+  // The library refuses by itself too, for its other callers (the demo host).
+  for (const std::string& taken : {path, link})
+    EXPECT_EQ(cp::testing::ErrorNumberOf([&] { CreateSampleDatabase(taken, std::nullopt); }),
+              err::kFileAlreadyExists) << taken;
+  EXPECT_FALSE(std::filesystem::exists(dir.File("destino.db")));
   std::ifstream in(path);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "somebody's file");
   for (const InitDbOptions& o : {InitDbOptions{dir.File("no/existe/datos.db"), true, 10},
@@ -110,6 +124,22 @@ TEST(SqlCommand, PrintsAHeaderAndTabSeparatedRowsOrJson) {
        "Notas": "Dos\tlíneas\nvistas al mar"}])"));
   r = RunSql(path, "SELECT IdIPropio FROM IPropio WHERE IdIPropio = 99", true);
   EXPECT_EQ(nlohmann::json::parse(r.out), nlohmann::json::array());
+}
+
+// The tool itself: a call without an option the subcommand requires is refused, naming it.
+TEST(ToolArguments, AMissingRequiredOptionIsNamed) {
+  const std::pair<const char*, const char*> calls[] = {
+      {"cross --db x.db --id 1 --to Demandas", "--from"},
+      {"query cross --db x.db --id 1 --from Demandas", "--to"},
+      {"match --from Demandas", "--db"}};
+  for (const auto& [args, missing] : calls) {
+    FILE* tool = popen((std::string(CP_TOOL) + " " + args + " 2>&1").c_str(), "r");
+    ASSERT_NE(tool, nullptr);
+    std::string printed;
+    for (int c; (c = std::fgetc(tool)) != EOF;) printed += static_cast<char>(c);
+    EXPECT_EQ(WEXITSTATUS(pclose(tool)), kExitError) << args;
+    EXPECT_NE(printed.find(std::string(missing) + " is required"), std::string::npos) << printed;
+  }
 }
 
 // The DAO suite and the SQLite tests pin the numbers; the tool prints them on standard error.

@@ -52,6 +52,11 @@ TEST(DemoFile, ListsCheckBoxesAndZonesFollowTheStoredConventions) {
     }
     EXPECT_GT(several, 0) << table << "." << column;
   }
+  // A demand's "no preference" is the empty text, which crossing matches; Null is not.
+  for (const char* column :
+       {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"})
+    EXPECT_EQ(count(std::string("Demanda WHERE ") + column + " IS NULL"), 0) << column;
+  EXPECT_GT(count("Demanda WHERE Poblacion = ''"), 0);
   // Check boxes hold the three states; only old filed records keep empty ones.
   for (const std::string t : {"IPropio", "IAjeno", "IArchivado", "Demanda"}) {
     for (const std::string c : {"Amueblado", "Transmitido"}) {

@@ -1,5 +1,4 @@
-// match: one run crossing many records gives, per record, what cross and the host query give;
-// and demo data that crosses both ways.
+// match: one run crossing many records gives, per record, what cross and the host query give.
 #include "cli/match_command.h"
 
 #include <gtest/gtest.h>
@@ -131,23 +130,6 @@ TEST_F(MatchTest, TextOutputAndBadPairs) {
     const Result bad = RunMatch({"", from, to, 0, false});
     EXPECT_EQ(bad.status, kExitError) << from << "->" << to;
     EXPECT_EQ(bad.out, "");
-  }
-}
-
-// The demo data stores a demand's "no preference" as the empty text, the way crossing reads
-// it, so that crossing finds rows from either side of the market.
-TEST_F(MatchTest, DemoDataCrossesBothWays) {
-  ScratchDb db(db_);
-  for (const char* column :
-       {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"})
-    EXPECT_EQ(db.Count(std::string("SELECT count(*) FROM Demanda WHERE ") + column + " IS NULL"), 0)
-        << column;
-  EXPECT_GT(db.Count("SELECT count(*) FROM Demanda WHERE Poblacion = ''"), 0);
-  for (const char* from : {"Inm. Propios", "Demandas"}) {
-    const Result r = RunMatch({"", from, "", 100, true});
-    int matching = 0;
-    for (const auto& row : nlohmann::json::parse(r.out)) matching += row["coincidencias"] != 0;
-    EXPECT_GT(matching, 2) << from;
   }
 }
 

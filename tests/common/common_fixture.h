@@ -28,6 +28,13 @@ inline std::string ReadFile(const std::string& path) {
   return content.str();
 }
 
+// Every box shown so far, for a failure message.
+inline std::string DescribeMessages(const ScriptedMessenger& m) {
+  std::string all;
+  for (const auto& s : m.shown()) all += "[" + s.title + "] " + s.text + "\n";
+  return all;
+}
+
 class CommonTest : public ::testing::Test {
  protected:
   void SetUp() override {

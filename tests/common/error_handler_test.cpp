@@ -109,12 +109,6 @@ TEST_F(ErrorHandlerTest, FailuresOfItsOwnStepsStayInside) {
   EXPECT_NE(Log().find("a [5] d"), std::string::npos);
 }
 
-TEST_F(ErrorHandlerTest, LogGoesToTheSharedFolderWrittenWithItsSlash) {
-  setErrLogPath(dir_ + "/");
-  ManejarError("a", Error(3200, "d"));
-  EXPECT_EQ(Log(), "05/03/24 09:07:02 a [3200] d\n    Formularios: \n");
-}
-
 struct TrapRow {
   std::string name;
   std::function<void()> body;

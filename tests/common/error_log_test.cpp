@@ -39,13 +39,6 @@ TEST_F(ErrorLogTest, EntryNamesTheActiveFormItsControlAndEveryOpenForm) {
   EXPECT_TRUE(messenger_->shown().empty());
 }
 
-TEST_F(ErrorLogTest, EntriesAreAppendedWithTwoDigitDateAndTimeFields) {
-  std::ofstream(LogFile()) << "línea anterior\n";
-  SetFixedNow(MakeDate(2005, 1, 2, 3, 4, 5));
-  EXPECT_TRUE(AppendErrorLog("a", 1, "d", LogFile()));
-  EXPECT_EQ(Log(), "línea anterior\n02/01/05 03:04:05 a [1] d\n    Formularios: \n");
-}
-
 // A log that cannot be created or written is reported in a plain box, not through the handler.
 TEST_F(ErrorLogTest, FileThatCannotBeCreatedOrWrittenIsReported) {
   const std::string blocker = dir_ + "/fichero";

@@ -54,12 +54,6 @@ INSERT INTO Codigo VALUES ('A7', 'Alfa'), ('B2', 'Beta');
 
 using Ids = std::vector<long>;
 
-inline std::string DescribeMessages(const ScriptedMessenger& m) {
-  std::string all;
-  for (const auto& s : m.shown()) all += "[" + s.title + "] " + s.text + "\n";
-  return all;
-}
-
 class CriteriaTest : public CommonTest {
  protected:
   static void SetUpTestSuite() { path_ = ScratchDb::Create("cp_criteria", kFixtureRows); }

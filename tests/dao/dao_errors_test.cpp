@@ -67,6 +67,9 @@ TEST(DaoTypes, DeclaredTypesMapToDaoCodes) {
   } cases[] = {
       {"varchar ( 12 )", dbText, 12}, {"VARCHAR", dbText, 255}, {"TEXT(30)", dbText, 30},
       {"date", dbDate, 8},            {"", 0, 0},               {"BLOB", 0, 0},
+      // The server's spellings, and the ones tools write.
+      {"DOUBLE", dbDouble, 8},    {"double  precision", dbDouble, 8}, {"DATETIME", dbDate, 8},
+      {"timestamp", dbDate, 8},   {"TIMESTAMP WITH TIME ZONE", dbDate, 8},
   };
   for (const auto& c : cases) {
     const ColumnType t = TypeFromDeclaration(c.declared);

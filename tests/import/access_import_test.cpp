@@ -100,9 +100,7 @@ std::string Comparable(int type, std::string v) {
 }
 
 Result RunImport(const ImportOptions& options) {
-  std::ostringstream out, err;
-  const int status = Import(options, out, err);
-  return {status, out.str(), err.str()};
+  return testing::RunCommand([&](auto& out, auto& err) { return Import(options, out, err); });
 }
 
 // The first column of every row that a `query` subcommand printed.
@@ -156,21 +154,12 @@ TEST_F(ImportedFixture, EveryTableHoldsTheFilesRowsAndValues) {
   }
 }
 
-// What the comparison above went through: each holds on the copy, so that a value read with a
-// two-digit year, cut short, or a Null turned into the empty text (or back) shows.
+// What the comparison above cannot see, as it takes Null for the empty text and numbers by
+// value: each holds on the copy.
 TEST_F(ImportedFixture, TheFilesHardValuesAreThereAsThemselves) {
   ASSERT_EQ(result_.status, kExitOk) << result_.err;
   const std::pair<const char*, const char*> cases[] = {
-      {"Memo over 20,000 characters", "SELECT length(Notas) > 20000 FROM Cliente WHERE IdCliente = 7"},
-      {"dates before 1930", "SELECT count(*) > 0 FROM IPropio WHERE FechaAlta < '1930-01-01'"},
-      {"dates after 2029", "SELECT count(*) > 0 FROM IPropio WHERE FechaAlta >= '2030-01-01'"},
-      {"a time of day", "SELECT count(*) > 0 FROM IPropio WHERE FechaActualizacion GLOB '[12][0-9][0-9][0-9]-[01][0-9]-[0-3][0-9] [0-2][0-9]:[0-5][0-9]:[0-5][0-9]'"},
-      {"every date ISO", "SELECT count(*) = 0 FROM IPropio WHERE FechaAlta NOT GLOB '[12][0-9][0-9][0-9]-[01][0-9]-[0-3][0-9]*'"},
       {"Null dates", "SELECT count(*) > 0 FROM IPropio WHERE FechaBaja IS NULL"},
-      {"quote", "SELECT count(*) > 0 FROM Cliente WHERE Apellidos LIKE '%''%'"},
-      {"bar", "SELECT count(*) > 0 FROM Cliente WHERE Apellidos LIKE '%|%' OR Alias LIKE '%|%'"},
-      {"accents", "SELECT count(*) > 0 FROM Cliente WHERE Apellidos LIKE '%ñ%'"},
-      {"Yes/No as 0 and 1", "SELECT min(Exclusividad) = 0 AND max(Exclusividad) = 1 FROM IPropio"},
       {"empty text kept", "SELECT count(*) > 0 FROM Demanda WHERE Categorias = ''"},
       {"Null kept", "SELECT sum(Poblacion IS NULL) > 0 AND sum(Poblacion = '') = 0 FROM Demanda"},
       {"Currency exact", "SELECT count(*) = 0 FROM IPropio WHERE Precio <> round(Precio, 4)"},
@@ -202,8 +191,6 @@ TEST_F(ImportedFixture, SelectionsReturnTheRowsTheFileHolds) {
        }},
       {"Clientes", "Cliente", {"txtPalabras=o'neil", "cboEn=Apellido", "cboOpPalabras=Al principio"},
        [&](const BoundTable& t, std::size_t r) { return lower(t.Value(r, "Apellidos")).starts_with("o'neil"); }},
-      {"Clientes", "Cliente", {"txtPalabras=|", "cboEn=Apellido", "cboOpPalabras=En todo el texto"},
-       [](const BoundTable& t, std::size_t r) { return t.Value(r, "Apellidos").find('|') != std::string::npos; }},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.entity) + " " + c.sets.front());
@@ -327,19 +314,6 @@ TEST(ImportTarget, AKilledImportLeavesNoTarget) {
     }
   }
   EXPECT_GT(killedEarly, 0) << "no import was interrupted";
-}
-
-// A real agency file fits the schema: each of its tables and columns has a place, and every
-// table of the schema is in it (column sizes are held to by the server import below).
-TEST(ImportPlan, TheFixtureFitsTheSchemaWithNothingAddedOrLeftOut) {
-  const mdb::AccessFile file(kFixture);
-  for (const sample::TablePlan& plan : sample::PlanImport(file.tables())) {
-    SCOPED_TRACE(plan.target.name);
-    EXPECT_TRUE(plan.in_schema);
-    EXPECT_TRUE(plan.added_columns.empty());
-    EXPECT_TRUE(plan.skipped_columns.empty());
-  }
-  EXPECT_TRUE(sample::MissingTables(file.tables()).empty());
 }
 
 TEST(ImportPlan, TablesAndColumnsTheSchemaDoesNotKnowAreCopiedOrListed) {

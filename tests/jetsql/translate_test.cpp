@@ -2,9 +2,13 @@
 // checked by running it in sqlite_semantics_test.cpp; these tables pin the shape:
 // index-friendly id comparisons, where the collation and the functions go, Jet's precedence.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <algorithm>
 
 #include "platform/jetsql/literals.h"
 #include "platform/jetsql/translator.h"
+#include "tests/support/pg_server.h"
 
 namespace cp::jetsql {
 namespace {
@@ -113,6 +117,35 @@ TEST(TranslateSqlite, NamesAreQuotedOnlyWhenSqliteWouldMisreadThem) {
       {"SELECT Población FROM Pais", "SELECT \"Población\" FROM Pais"},
       {"SELECT [Nombre] FROM [Pais]", "SELECT Nombre FROM Pais"},
   });
+}
+
+// A column named like any keyword of the engine's own list comes out quoted: SQLite's, and
+// the words the server will not take as a column name (reserved, or only a type or function).
+TEST(TranslateSqlite, ColumnsNamedLikeAKeywordAreQuoted) {
+  for (int i = 0; i < sqlite3_keyword_count(); ++i) {
+    const char* text = nullptr;
+    int length = 0;
+    sqlite3_keyword_name(i, &text, &length);
+    const std::string word(text, static_cast<std::size_t>(length));
+    EXPECT_EQ(TranslateStatement("SELECT T.[" + word + "] FROM T", Dialect::Sqlite),
+              "SELECT T.\"" + word + "\" FROM T");
+  }
+}
+
+TEST(TranslatePostgres, ColumnsNamedLikeAReservedWordAreQuoted) {
+  if (!cp::testing::TestServer()) GTEST_SKIP() << "no test server";
+  postgres::Session server(cp::testing::CreateServerDatabase("cp_c", false),
+                           postgres::Session::Purpose::Tool);
+  const postgres::Result words =
+      server.Exec("SELECT word FROM pg_get_keywords() WHERE catcode IN ('R', 'T')");
+  ASSERT_GT(words.Rows(), 50);
+  for (int i = 0; i < words.Rows(); ++i) {
+    const std::string word = words.Text(i, 0);
+    std::string upper = word;
+    std::transform(upper.begin(), upper.end(), upper.begin(), ::toupper);
+    EXPECT_EQ(TranslateStatement("SELECT T.[" + upper + "] FROM T", Dialect::Postgres),
+              "SELECT T.\"" + word + "\" FROM T");
+  }
 }
 
 // The same tree through the PostgreSQL table of overrides.

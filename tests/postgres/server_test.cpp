@@ -9,32 +9,19 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
-#include <optional>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "common/messenger.h"
-#include "common/scripted_list_picker.h"
-#include "common/scripted_messenger.h"
-#include "common/shared_state.h"
-#include "platform/core/conversions.h"
+#include "cli/commands.h"
+#include "cli/selection_commands.h"
 #include "platform/core/error.h"
-#include "platform/core/text_format.h"
 #include "platform/dao/connect.h"
-#include "platform/form/check_box.h"
-#include "platform/form/combo_box.h"
-#include "platform/form/command_button.h"
-#include "platform/form/date_picker.h"
-#include "platform/form/ss_tab.h"
-#include "platform/form/text_box.h"
 #include "platform/postgres/session.h"
 #include "sample/demo_catalog.h"
-#include "sample/host_query.h"
 #include "sample/random.h"
 #include "sample/sample_database.h"
-#include "selection/c_seleccion.h"
-#include "selection/modal_runner.h"
 #include "tests/common/common_fixture.h"
 #include "tests/support/errors.h"
 #include "tests/support/pg_server.h"
@@ -43,101 +30,32 @@
 namespace cp::testing {
 namespace {
 
-// A host of the selection object on db: messages and list pickers declined, the database
-// slot put back afterwards.
-struct Host {
-  explicit Host(const std::string& db) {
-    sel.setBD(dao::OpenDatabase(db));
-    sel.setPathDB(db);
-  }
-  ScopedMessenger messages{std::make_shared<ScriptedMessenger>()};
-  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database{DatabaseSlot(), nullptr};
-  ScriptedListPickerRegistration picker{ListPickerAnswer::Cancel()};
-  CSeleccion sel;
-};
-
-// The first column of the host query's rows, sorted.
-std::vector<std::string> HostIds(CSeleccion& sel) {
+// What the tool's `query where` (the sets entered in the dialog, then Aceptar) or `query
+// cross` prints: the first column of every row (sorted), or {"error", message}.
+std::vector<std::string> Printed(int status, const std::ostringstream& out,
+                                 const std::ostringstream& err) {
+  if (status != cli::kExitOk) return {"error", err.str()};
   std::vector<std::string> ids;
-  auto rs = BD()->OpenRecordset(sample::HostQuery(sel.Entidad(), sel.SQLW()),
-                                dao::dbOpenForwardOnly);
-  for (; !rs.Eof(); rs.MoveNext()) ids.push_back(CStr(rs.Fields(0).Value()));
+  std::istringstream in(out.str());
+  std::string line;
+  std::getline(in, line);  // the condition
+  std::getline(in, line);  // the header
+  while (std::getline(in, line)) ids.push_back(line.substr(0, line.find('\t')));
   std::sort(ids.begin(), ids.end());
   return ids;
 }
-
-// "NAME=VALUE" or "NAME(I)=VALUE" entered as a user would: the control's tab is shown, a
-// text box is typed into and then left for the next control that takes the focus.
-void Enter(form::ControlContainer& controls, const std::string& set) {
-  const auto eq = set.find('='), open = set.find('(');
-  const bool indexed = open < eq;
-  const std::string name = set.substr(0, indexed ? open : eq), value = set.substr(eq + 1);
-  form::Control& control = controls.Item(name, indexed ? std::stoi(set.substr(open + 1)) : -1);
-  for (form::Control* c = &control; c; c = c->Parent())
-    if (auto* tabs = dynamic_cast<form::SSTab*>(c->Parent()); tabs && c->ParentTab() >= 0)
-      tabs->setTab(c->ParentTab());
-  if (auto* text = dynamic_cast<form::TextBox*>(&control)) {
-    text->SetFocus();
-    text->setText(value);
-    const auto& all = controls.Controls();
-    const auto at = static_cast<std::size_t>(std::find(all.begin(), all.end(), text) - all.begin());
-    for (std::size_t step = 1; step < all.size(); ++step) {
-      form::Control* c = all[(at + step) % all.size()];
-      if (c->CanHaveFocus() && c->EffectivelyVisible() && c->EffectivelyEnabled()) {
-        c->SetFocus();
-        break;
-      }
-    }
-  } else if (auto* check = dynamic_cast<form::CheckBox*>(&control)) {
-    check->setValue(std::stoi(value));
-  } else if (auto* combo = dynamic_cast<form::ComboBox*>(&control)) {
-    combo->setText(value);
-  } else {
-    dynamic_cast<form::DTPicker&>(control).setValue(Variant(*ParseDate(value)));
-  }
-}
-
-
-// A host's selection (the sets entered in the dialog, then Aceptar) or cross-match, then its
-// query: the first column of every row (sorted), or {"error", message} when it failed.
 std::vector<std::string> WhereIds(const std::string& db, const std::string& entity,
-                                         const std::vector<std::string>& sets) {
-  try {
-    Host host(db);
-    host.sel.setEntidad(entity);
-    std::optional<Error> failure;
-    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([&](frmSeleccion& dlg) {
-      try {
-        auto& shown = dlg.SeleccionCli1Control().Visible()
-                          ? static_cast<SelectionControl&>(dlg.SeleccionCli1())
-                          : dlg.SeleccionInm1();
-        for (const std::string& set : sets) Enter(shown.Controls(), set);
-        dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
-      } catch (const Error& e) {
-        failure = e;
-      }
-    }));
-    if (!host.sel.mtdMostrar() || failure)
-      return {"error", failure ? failure->description() : "not accepted"};
-    return HostIds(host.sel);
-  } catch (const Error& e) {
-    return {"error", e.description()};
-  }
+                                  const std::vector<std::string>& sets) {
+  std::ostringstream out, err;
+  const int status =
+      cli::Where({.db = db, .entity = entity, .sets = sets, .query = true}, out, err);
+  return Printed(status, out, err);
 }
-
-std::vector<std::string> CrossIds(const std::string& db, int id,
-                                         const std::string& from, const std::string& to) {
-  try {
-    Host host(db);
-    std::int32_t record = id;
-    std::string into = to, origin = from;
-    host.sel.Cruzar(record, into, origin);
-    return HostIds(host.sel);
-  } catch (const Error& e) {
-    return {"error", e.description()};
-  }
+std::vector<std::string> CrossIds(const std::string& db, int id, const std::string& from,
+                                  const std::string& to) {
+  std::ostringstream out, err;
+  return Printed(cli::Cross({db, id, to, from, false, true}, out, err), out, err);
 }
-
 
 // The component on SQLite and on the server, from the same sample data: random criteria
 // states of both controls for every entity, and cross-matches both ways, must return the

@@ -224,16 +224,6 @@ TEST_F(LocationCascadeTest, ZonePickerStopsAtTheFirstLevelItCannotFind) {
   EXPECT_EQ(Text("txtZona"), "Centro;");
 }
 
-TEST_F(LocationCascadeTest, PickerFailuresAreReportedNotRaised) {
-  for (int level = 0; level < 4; ++level) {
-    messenger_->ClearShown();
-    Box(kBoxes[level]).setVisible(false);  // a hidden box cannot take the picker's focus
-    Click(kButtons[level]);
-    EXPECT_EQ(Reports(*messenger_).size(), 1u) << kButtons[level];
-    Box(kBoxes[level]).setVisible(true);
-  }
-}
-
 TEST_F(LocationCascadeTest, RestoredLocationCountsAsUnchanged) {
   RestoreMadrid();
   for (const char* box : kBoxes) {

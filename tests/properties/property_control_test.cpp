@@ -3,7 +3,6 @@
 // location.
 #include <gtest/gtest.h>
 
-#include "platform/form/property_bag.h"
 #include "properties/location_cascade.h"
 #include "tests/properties/property_fixture.h"
 
@@ -160,21 +159,6 @@ TEST_F(PropertyTest, RestoreStopsAtAnEntryThatFitsNoInput) {
   sel_->setSeleccion(Variant(std::string("txtHuecos=3")));
   EXPECT_EQ(Reports(), Texts{"Let de SelectAnt de SeleccionInm"});
   EXPECT_EQ(Txt("txtHuecos").Text(), "3");
-}
-
-TEST_F(PropertyTest, WrittenPropertiesAreTheTabAndThreeCaptions) {
-  SeleccionInm control;
-  control.setNomTab2("Extras");
-  control.setPestania(3);
-  form::PropertyBag bag;
-  control.WriteProperties(bag);
-  EXPECT_TRUE(bag.Contains("NomTab2"));
-  EXPECT_FALSE(bag.Contains("NomTab3"));
-  SeleccionInm other;
-  other.ReadProperties(bag);
-  EXPECT_EQ(other.Pestania(), 3);
-  EXPECT_EQ(other.NomTab2(), "Extras");
-  EXPECT_TRUE(other.Controls().Item("fraSelec", 3).Visible());
 }
 
 }  // namespace

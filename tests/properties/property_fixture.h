@@ -105,11 +105,6 @@ inline void Type(ControlContainer& c, const std::string& name, const std::string
 }
 // The user leaves the box that has the focus for the words box below the tabs.
 inline bool Leave(ControlContainer& c) { return c.Item("txtPalabras").SetFocus(); }
-inline std::string DescribeMessages(const ScriptedMessenger& m) {
-  std::string all;
-  for (const auto& s : m.shown()) all += "[" + s.title + "] " + s.text + "\n";
-  return all;
-}
 // The last value the picker's last instance received for a property; Empty when never set.
 inline Variant Picked(const ScriptedListPickerRegistration& picker, const std::string& name) {
   Variant value;

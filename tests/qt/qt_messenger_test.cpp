@@ -67,17 +67,6 @@ TEST_F(QtMessengerTest, YesNoQuestionReturnsTheButtonPressed) {
   }
 }
 
-TEST_F(QtMessengerTest, OkOnlyBoxClosedWithEscapeAnswersOk) {
-  ModalAnswer user([](QWidget& w) {
-    auto* box = qobject_cast<QMessageBox*>(&w);
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(ButtonTexts(*box), QStringList{QStringLiteral("Aceptar")});
-    QTest::keyClick(box, Qt::Key_Escape);
-  });
-  EXPECT_EQ(MostrarMensaje("Error al crear /tmp/x", 0x10), msg::kOk);
-  EXPECT_TRUE(user.Answered());
-}
-
 TEST_F(QtMessengerTest, InputBoxReturnsTheTypedTextOrNothingWhenCancelled) {
   ModalAnswer typing([](QWidget& w) {
     auto* box = qobject_cast<QInputDialog*>(&w);

@@ -121,27 +121,6 @@ TEST_F(SelectionTest, FailingAcceptIsReportedAndRaisesNothing) {
   EXPECT_EQ(sel_->SQLW(), "");
 }
 
-// A saved selection reaches no control before the entity is set, and gives back the same
-// condition and the same saved selection when reopened.
-TEST_F(SelectionTest, SavedSelectionRoundTrip) {
-  SeleccionCli source;
-  source.Controls().Get<form::DTPicker>("dtpAlta", 1).setValue(Variant(MakeDate(2024, 3, 1)));
-  source.setPalabra("garcia");
-  source.Controls().Get<form::ComboBox>("cboOpPalabras").setListIndex(2);
-  source.Controls().Get<form::ComboBox>("cboEn").setText("Apellido");
-  const Variant saved = source.SelecAnt();
-  sel_->setSeleccion(saved);
-  EXPECT_EQ(sel_->Seleccion(), saved);
-  EXPECT_EQ(sel_->Dialog().SeleccionCli1().Palabra(), "");
-  sel_->setEntidad("Clientes");
-  sel_->setSeleccion(saved);
-  EXPECT_EQ(sel_->Dialog().SeleccionCli1().Palabra(), "garcia");
-  ASSERT_TRUE(Show([](frmSeleccion& d) { Press(d, "cmdAceptar"); }));
-  EXPECT_EQ(sel_->SQLW(),
-            " ( Cliente.FechaAlta <= #03/01/24# )  AND Cliente.Apellidos LIKE '*garcia'");
-  EXPECT_EQ(sel_->Seleccion(), saved);
-}
-
 TEST_F(SelectionTest, ReachableByProgIdAndByName) {
   RegisterCSeleccion();
   std::shared_ptr<Dispatch> obj = CreateObject("CriterioPredios.CSeleccion");
