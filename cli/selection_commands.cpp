@@ -1,6 +1,5 @@
 #include "cli/selection_commands.h"
 
-#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -16,15 +15,9 @@
 #include "platform/core/text_format.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
-#include "platform/form/check_box.h"
-#include "platform/form/combo_box.h"
-#include "platform/form/command_button.h"
-#include "platform/form/date_picker.h"
-#include "platform/form/ss_tab.h"
-#include "platform/form/text_box.h"
 #include "sample/host_query.h"
 #include "selection/c_seleccion.h"
-#include "selection/modal_runner.h"
+#include "selection/user_entries.h"
 
 namespace cp::cli {
 namespace {
@@ -48,80 +41,6 @@ class HostSession {
   ScriptedListPickerRegistration picker_{ListPickerAnswer::Cancel()};
   CSeleccion selection_;
 };
-
-struct SetCommand {
-  std::string name;
-  int index = -1;
-  std::string value;
-};
-
-SetCommand ParseSet(const std::string& text) {
-  const auto eq = text.find('=');
-  if (eq == std::string::npos || eq == 0)
-    throw Error(err::kInvalidProcedureCall,
-                "--set necesita NOMBRE=VALOR o NOMBRE(I)=VALOR: '" + text + "'");
-  SetCommand set{text.substr(0, eq), -1, text.substr(eq + 1)};
-  const auto open = set.name.find('(');
-  if (open != std::string::npos) {
-    const auto close = set.name.find(')', open);
-    const auto number = ParseNumber(set.name.substr(open + 1, close - open - 1));
-    if (close != set.name.size() - 1 || !number || *number < 0 || *number != static_cast<int>(*number))
-      throw Error(err::kInvalidProcedureCall, "Índice no válido en --set: '" + text + "'");
-    set.index = static_cast<int>(*number);
-    set.name = set.name.substr(0, open);
-  }
-  return set;
-}
-
-// Brings a control into view as a user would: its tab is clicked when it lies on another.
-void Reveal(form::Control& control) {
-  for (form::Control* c = &control; c; c = c->Parent()) {
-    if (auto* tabs = dynamic_cast<form::SSTab*>(c->Parent())) {
-      if (c->ParentTab() >= 0 && tabs->Tab() != c->ParentTab()) tabs->setTab(c->ParentTab());
-    }
-  }
-}
-
-// The next control after `from` (in creation order, wrapping) that can take the focus.
-form::Control* NextFocusable(form::ControlContainer& controls, form::Control& from) {
-  const auto& all = controls.Controls();
-  auto it = std::find(all.begin(), all.end(), &from);
-  for (std::size_t step = 1; step < all.size(); ++step) {
-    form::Control* c = all[(static_cast<std::size_t>(it - all.begin()) + step) % all.size()];
-    if (c->CanHaveFocus() && c->EffectivelyVisible() && c->EffectivelyEnabled()) return c;
-  }
-  return nullptr;
-}
-
-void ApplySet(form::ControlContainer& controls, const SetCommand& set, std::ostream& err) {
-  form::Control& control = controls.Item(set.name, set.index);
-  Reveal(control);
-  if (auto* text = dynamic_cast<form::TextBox*>(&control)) {
-    // Typed into the box, which is then left: Change, Validate, LostFocus.
-    text->SetFocus();
-    text->setText(set.value);
-    if (form::Control* next = NextFocusable(controls, *text)) {
-      if (!next->SetFocus())
-        err << "Aviso: " << set.name << " no ha aceptado el valor '" << set.value << "'.\n";
-    }
-  } else if (auto* check = dynamic_cast<form::CheckBox*>(&control)) {
-    const auto value = ParseNumber(set.value);
-    if (!value) throw Error(err::kInvalidPropertyValue, "Valor no válido para " + set.name + ": '" + set.value + "' (0, 1 o 2)");
-    check->setValue(CInt(Variant(*value)));
-  } else if (auto* combo = dynamic_cast<form::ComboBox*>(&control)) {
-    combo->setText(set.value);
-  } else if (auto* picker = dynamic_cast<form::DTPicker*>(&control)) {
-    if (set.value.empty()) {
-      picker->setValue(Variant::Null());
-    } else {
-      const auto date = ParseDate(set.value);
-      if (!date) throw Error(err::kInvalidPropertyValue, "Fecha no válida para " + set.name + ": '" + set.value + "' (aaaa-mm-dd)");
-      picker->setValue(Variant(*date));
-    }
-  } else {
-    throw Error(err::kInvalidProcedureCall, "El control " + set.name + " no admite --set.");
-  }
-}
 
 Variant ReadSavedSelection(const std::string& path) {
   std::ifstream in(path);
@@ -189,8 +108,8 @@ Variant NameList(const std::vector<std::string>& names) {
 
 int Where(const WhereOptions& options, std::ostream& out, std::ostream& err) {
   try {
-    std::vector<SetCommand> sets;
-    for (const std::string& s : options.sets) sets.push_back(ParseSet(s));
+    std::vector<UserEntry> sets;
+    for (const std::string& s : options.sets) sets.push_back(ParseUserEntry(s));
     const Variant saved = options.restore.empty() ? Variant() : ReadSavedSelection(options.restore);
 
     HostSession host(options.db, err);
@@ -200,24 +119,7 @@ int Where(const WhereOptions& options, std::ostream& out, std::ostream& err) {
     sel.setEntidad(options.entity);
     if (!options.restore.empty()) sel.setSeleccion(saved);
 
-    std::optional<Error> failure;
-    ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>([&](frmSeleccion& dlg) {
-      try {
-        SelectionControl* shown = nullptr;
-        if (dlg.SeleccionCli1Control().Visible()) shown = &dlg.SeleccionCli1();
-        if (dlg.SeleccionInm1Control().Visible()) shown = &dlg.SeleccionInm1();
-        if (!sets.empty() && !shown)
-          throw Error(err::kInvalidProcedureCall,
-                      "La entidad '" + options.entity + "' no muestra ningún control de criterios.");
-        for (const SetCommand& set : sets) ApplySet(shown->Controls(), set, err);
-        dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
-      } catch (const Error& e) {
-        failure = e;
-      }
-    }));
-    const bool accepted = sel.mtdMostrar();
-    if (failure) throw *failure;
-    if (!accepted) {
+    if (!AcceptWithEntries(sel, sets, err)) {
       err << "Aceptar no ha producido ninguna selección: ningún control atiende la entidad '"
           << options.entity << "'.\n";
       return kExitError;

@@ -14,14 +14,20 @@
 #include <tuple>
 #include <vector>
 
-#include "cli/commands.h"
-#include "cli/selection_commands.h"
+#include "common/messenger.h"
+#include "common/scripted_list_picker.h"
+#include "common/scripted_messenger.h"
+#include "common/shared_state.h"
+#include "platform/core/conversions.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "platform/postgres/session.h"
 #include "sample/demo_catalog.h"
+#include "sample/host_query.h"
 #include "sample/random.h"
 #include "sample/sample_database.h"
+#include "selection/c_seleccion.h"
+#include "selection/user_entries.h"
 #include "tests/common/common_fixture.h"
 #include "tests/support/errors.h"
 #include "tests/support/pg_server.h"
@@ -30,31 +36,54 @@
 namespace cp::testing {
 namespace {
 
-// What the tool's `query where` (the sets entered in the dialog, then Aceptar) or `query
-// cross` prints: the first column of every row (sorted), or {"error", message}.
-std::vector<std::string> Printed(int status, const std::ostringstream& out,
-                                 const std::ostringstream& err) {
-  if (status != cli::kExitOk) return {"error", err.str()};
-  std::vector<std::string> ids;
-  std::istringstream in(out.str());
-  std::string line;
-  std::getline(in, line);  // the condition
-  std::getline(in, line);  // the header
-  while (std::getline(in, line)) ids.push_back(line.substr(0, line.find('\t')));
-  std::sort(ids.begin(), ids.end());
-  return ids;
+// A host of the selection object on db: messages and list pickers declined, the database
+// slot put back afterwards.
+struct Host {
+  explicit Host(const std::string& db) {
+    sel.setBD(dao::OpenDatabase(db));
+    sel.setPathDB(db);
+  }
+  ScopedMessenger messages{std::make_shared<ScriptedMessenger>()};
+  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database{DatabaseSlot(), nullptr};
+  ScriptedListPickerRegistration picker{ListPickerAnswer::Cancel()};
+  CSeleccion sel;
+};
+
+// A host's selection (values entered in the dialog, then Aceptar) or cross-match, then its
+// query: the first column of every row (sorted), or {"error", message} when it failed.
+std::vector<std::string> HostIds(const std::string& db,
+                                 const std::function<bool(CSeleccion&)>& select) {
+  try {
+    Host host(db);
+    if (!select(host.sel)) return {"error", "not accepted"};
+    std::vector<std::string> ids;
+    auto rs = BD()->OpenRecordset(sample::HostQuery(host.sel.Entidad(), host.sel.SQLW()),
+                                  dao::dbOpenForwardOnly);
+    for (; !rs.Eof(); rs.MoveNext()) ids.push_back(CStr(rs.Fields(0).Value()));
+    std::sort(ids.begin(), ids.end());
+    return ids;
+  } catch (const Error& e) {
+    return {"error", e.description()};
+  }
 }
 std::vector<std::string> WhereIds(const std::string& db, const std::string& entity,
                                   const std::vector<std::string>& sets) {
-  std::ostringstream out, err;
-  const int status =
-      cli::Where({.db = db, .entity = entity, .sets = sets, .query = true}, out, err);
-  return Printed(status, out, err);
+  return HostIds(db, [&](CSeleccion& sel) {
+    std::vector<UserEntry> entries;
+    for (const std::string& set : sets) entries.push_back(ParseUserEntry(set));
+    sel.setEntidad(entity);
+    std::ostringstream warnings;
+    return AcceptWithEntries(sel, entries, warnings);
+  });
 }
 std::vector<std::string> CrossIds(const std::string& db, int id, const std::string& from,
                                   const std::string& to) {
-  std::ostringstream out, err;
-  return Printed(cli::Cross({db, id, to, from, false, true}, out, err), out, err);
+  return HostIds(db, [&](CSeleccion& sel) {
+    std::int32_t record = id;
+    std::string into = to, origin = from;
+    sel.Cruzar(record, into, origin);
+    return true;
+  });
 }
 
 // The component on SQLite and on the server, from the same sample data: random criteria
