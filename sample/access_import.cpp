@@ -40,7 +40,7 @@ DbValue ToDbValue(const Variant& v) {
     case Variant::Type::Long: return std::int64_t{v.AsLong()};
     case Variant::Type::Integer: return std::int64_t{v.AsInteger()};
     case Variant::Type::Double: return v.AsDouble();
-    case Variant::Type::Date: return IsoDate(v.AsDate());
+    case Variant::Type::Date: return StoredIsoDate(v.AsDate());
     case Variant::Type::String: return v.AsString();
     default: return std::monostate{};
   }
@@ -427,7 +427,7 @@ std::string CanonicalText(const Variant& v) {
     case Variant::Type::Integer: return std::to_string(v.AsInteger());
     case Variant::Type::Long: return std::to_string(v.AsLong());
     case Variant::Type::Double: return NumberText(v.AsDouble());
-    case Variant::Type::Date: return IsoDate(v.AsDate());
+    case Variant::Type::Date: return StoredIsoDate(v.AsDate());
     case Variant::Type::String: return v.AsString();
     default: return v.TypeName();
   }

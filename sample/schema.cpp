@@ -2,6 +2,8 @@
 
 #include <initializer_list>
 
+#include "platform/sqlite/iso_dates.h"
+
 namespace cp::sample {
 namespace {
 
@@ -163,6 +165,9 @@ std::string ColumnDefinition(const SchemaColumn& c) {
   std::string sql = "\"" + c.name + "\" " + c.type;
   if (c.auto_key) sql += " PRIMARY KEY AUTOINCREMENT";
   if (c.not_null) sql += " NOT NULL DEFAULT 0";
+  // Dates are stored as ISO text only, so the engine compares them bare and uses their
+  // indexes; a value in any other form is refused instead of silently slowing every query.
+  if (c.type == "DATETIME") sql += " " + sqlite::IsoDateCheck(c.name);
   return sql;
 }
 

@@ -37,6 +37,7 @@ std::vector<std::string> SchemaStatements();
 // Those of one table (any table described this way, in the schema or not).
 std::vector<std::string> TableStatements(const SchemaTable& table);
 // A column as CREATE TABLE and ALTER TABLE ... ADD COLUMN write it: "\"Name\" TYPE ...".
+// A DATETIME column admits only ISO text (sqlite::IsoDateCheck).
 std::string ColumnDefinition(const SchemaColumn& column);
 
 // Runs every statement of SchemaStatements() through execute (which throws on failure).

@@ -79,4 +79,9 @@ std::string IsoDate(Date date) {
   return IsoText(SplitDate(date), date.serial != std::trunc(date.serial));
 }
 
+std::string StoredIsoDate(Date date) {
+  const DateParts p = SplitDate(date);
+  return IsoText(p, p.hour != 0 || p.minute != 0 || p.second != 0);
+}
+
 }  // namespace cp

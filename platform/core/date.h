@@ -36,5 +36,8 @@ Date DateOfDay(std::chrono::sys_days day);
 std::string IsoText(const DateParts& parts, bool withTime);
 // "yyyy-mm-dd", or "yyyy-mm-dd hh:mm:ss" when the date has a time of day.
 std::string IsoDate(Date date);
+// The form a date is written to a database in: "yyyy-mm-dd hh:mm:ss", or "yyyy-mm-dd" when
+// the time rounded to the second is midnight (date columns refuse a midnight time).
+std::string StoredIsoDate(Date date);
 
 }  // namespace cp

@@ -16,7 +16,8 @@ const std::string& Database::Name() const { return Live().Name(); }
 
 Recordset Database::OpenRecordset(const std::string& sql, RecordsetType type) {
   Engine& engine = Live();
-  const std::string translated = jetsql::TranslateStatement(sql, engine.dialect());
+  const std::string translated =
+      jetsql::TranslateStatement(sql, engine.dialect(), engine.TranslationOptions());
   return Recordset(engine_, engine.Query(translated), type);
 }
 

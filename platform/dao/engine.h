@@ -67,6 +67,9 @@ class Engine {
                                                       const std::string& condition) = 0;
   // The definition of a table (names compare case-insensitively); 3265 when there is none.
   virtual TableDefinition Table(const std::string& name) = 0;
+  // What the engine vouches for about its schema right now, for translating a statement
+  // that runs at once. By default nothing, which is always correct.
+  virtual jetsql::TranslateOptions TranslationOptions() { return {}; }
 };
 
 }  // namespace cp::dao

@@ -74,6 +74,8 @@ class Recordset::State : public detail::CurrentRow {
 
   void FindFirst(const std::string& criterion) {
     if (type_ != RecordsetType::Snapshot) RaiseDao(daoerr::kNotForThisType, kRecordsetSource);
+    // The criterion runs over values bound as parameters, not over table columns, so the
+    // engine's translation options could vouch for nothing here.
     const std::string condition = jetsql::TranslateCondition(criterion, engine_->dialect());
     std::vector<std::string> names;
     for (const auto& c : columns_) names.push_back(c.name);

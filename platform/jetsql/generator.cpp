@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <optional>
+#include <string_view>
 
 #include "platform/core/conversions.h"
 #include "platform/core/text_format.h"
@@ -34,6 +35,25 @@ bool IsSimpleName(const std::string& name) {
     if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_') return false;
   }
   return true;
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (std::tolower(static_cast<unsigned char>(a[i])) !=
+        std::tolower(static_cast<unsigned char>(b[i])))
+      return false;
+  }
+  return true;
+}
+
+void CollectTables(const TableRef& ref, std::vector<const TableRef*>& tables) {
+  if (ref.kind == TableRef::Kind::Table) {
+    tables.push_back(&ref);
+  } else {
+    CollectTables(*ref.left, tables);
+    CollectTables(*ref.right, tables);
+  }
 }
 
 }  // namespace
@@ -88,6 +108,34 @@ CompareMode Generator::ModeOf(const std::vector<const Expr*>& operands) {
   return text ? CompareMode::Text : CompareMode::Unknown;
 }
 
+bool Generator::IsIsoDateColumn(const Expr& e) const {
+  if (!options_.isoDateColumn || e.kind != Expr::Kind::Column || scopes_.empty()) return false;
+  if (e.qualifier.empty()) {
+    // Only the innermost FROM is looked at: a table there without the column would send the
+    // name outward, and the options cannot tell that. Two tables with the column make the
+    // engine reject the name as ambiguous, whatever is written.
+    int vouched = 0;
+    for (const TableRef* table : scopes_.back()) {
+      if (options_.isoDateColumn(table->name, e.name)) ++vouched;
+    }
+    return vouched == 1;
+  }
+  // A table with an alias is known only by its alias; the innermost statement naming the
+  // qualifier owns the column.
+  for (auto scope = scopes_.rbegin(); scope != scopes_.rend(); ++scope) {
+    const TableRef* owner = nullptr;
+    int owners = 0;
+    for (const TableRef* table : *scope) {
+      if (SameName(table->alias.empty() ? table->name : table->alias, e.qualifier)) {
+        owner = table;
+        ++owners;
+      }
+    }
+    if (owners > 0) return owners == 1 && options_.isoDateColumn(owner->name, e.name);
+  }
+  return false;
+}
+
 std::string Generator::Name(const std::string& name) const {
   if (rules_.name) return rules_.name(name);
   if (IsSimpleName(name)) return name;
@@ -108,7 +156,7 @@ Sql Generator::ComparedOperand(const Expr& e, CompareMode mode, bool isLeft) con
   Sql sql = Operand(e, kComparisonLevel + 1);
   StaticType type = TypeOf(e);
   if (mode == CompareMode::Date && type != StaticType::Date && type != StaticType::Null &&
-      rules_.dateOperand) {
+      rules_.dateOperand && !IsIsoDateColumn(e)) {
     sql = rules_.dateOperand(std::move(sql));
   }
   if (isLeft && (mode == CompareMode::Text || mode == CompareMode::Unknown) &&
@@ -313,6 +361,13 @@ std::string Generator::Source(const TableRef& ref) const {
 }
 
 std::string Generator::Statement(const Select& select) const {
+  std::vector<const TableRef*> tables;
+  for (const auto& ref : select.from) CollectTables(*ref, tables);
+  scopes_.push_back(std::move(tables));
+  struct PopScope {
+    std::vector<std::vector<const TableRef*>>& scopes;
+    ~PopScope() { scopes.pop_back(); }
+  } pop{scopes_};
   std::string text = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   for (std::size_t i = 0; i < select.items.size(); ++i) {
     const SelectItem& item = select.items[i];

@@ -3,9 +3,11 @@
 // engines is a table of overrides (DialectRules); an empty entry keeps the common form.
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/jetsql/syntax_tree.h"
+#include "platform/jetsql/translator.h"
 
 namespace cp::jetsql {
 
@@ -15,7 +17,8 @@ enum class StaticType { Unknown, Number, Text, Date, Boolean, Null };
 // How the operands of a comparison (=, <, BETWEEN, IN...) are compared.
 enum class CompareMode {
   Number,   // one side is a number: compare as written, so indexes stay usable
-  Date,     // one side is a date literal: non-literal sides go through DialectRules::dateOperand
+  Date,     // one side is a date literal: non-literal sides go through DialectRules::dateOperand,
+            // except columns that TranslateOptions::isoDateColumn vouches for
   Text,     // one side is text, none is a number or a date
   Unknown,  // nothing is known (columns against columns)
 };
@@ -49,7 +52,8 @@ struct DialectRules {
 
 class Generator {
  public:
-  explicit Generator(const DialectRules& rules) : rules_(rules) {}
+  explicit Generator(const DialectRules& rules, TranslateOptions options = {})
+      : rules_(rules), options_(std::move(options)) {}
 
   // Writes a statement / a condition. Raises cp::Error 3296 for what the engine cannot
   // express faithfully.
@@ -73,12 +77,18 @@ class Generator {
   // the text rules.
   Sql ComparedOperand(const Expr& e, CompareMode mode, bool isLeft) const;
   static CompareMode ModeOf(const std::vector<const Expr*>& operands);
+  // True for a column reference that resolves, as the engine resolves names, to a column
+  // that options_.isoDateColumn vouches for.
+  bool IsIsoDateColumn(const Expr& e) const;
   std::string Name(const std::string& name) const;
   std::string Source(const TableRef& ref) const;
   std::string StringLiteral(const std::string& value) const;
   Sql Call(const std::string& function, const std::vector<const Expr*>& args) const;
 
   const DialectRules& rules_;
+  TranslateOptions options_;
+  // The tables of the FROM clauses being written, innermost statement last.
+  mutable std::vector<std::vector<const TableRef*>> scopes_;
 };
 
 // Wraps sql in parentheses when its precedence is below minLevel.

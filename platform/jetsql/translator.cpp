@@ -14,14 +14,16 @@ const DialectRules& RulesFor(Dialect dialect) {
 
 }  // namespace
 
-std::string TranslateStatement(std::string_view jet, Dialect dialect) {
+std::string TranslateStatement(std::string_view jet, Dialect dialect,
+                               const TranslateOptions& options) {
   auto select = ParseStatement(jet);
-  return Generator(RulesFor(dialect)).Statement(*select);
+  return Generator(RulesFor(dialect), options).Statement(*select);
 }
 
-std::string TranslateCondition(std::string_view jet, Dialect dialect) {
+std::string TranslateCondition(std::string_view jet, Dialect dialect,
+                               const TranslateOptions& options) {
   auto condition = ParseCondition(jet);
-  return Generator(RulesFor(dialect)).Condition(*condition);
+  return Generator(RulesFor(dialect), options).Condition(*condition);
 }
 
 }  // namespace cp::jetsql

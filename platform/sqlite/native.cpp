@@ -20,7 +20,7 @@ dao::Cell ToCell(const Variant& value) {
     case Variant::Type::Integer: return std::int64_t{value.AsInteger()};
     case Variant::Type::Long: return std::int64_t{value.AsLong()};
     case Variant::Type::Double: return value.AsDouble();
-    case Variant::Type::Date: return IsoDate(value.AsDate());
+    case Variant::Type::Date: return StoredIsoDate(value.AsDate());
     case Variant::Type::String: return value.AsString();
     default: Raise(err::kTypeMismatch);
   }

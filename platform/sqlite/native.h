@@ -29,7 +29,8 @@ class NativeStatement {
   ~NativeStatement();
 
   // Binds a value: Empty and Null as NULL, Boolean as 0/1, Integer/Long as integers, Double,
-  // Date as ISO text ("yyyy-mm-dd", with " hh:mm:ss" when it has a time), String as text.
+  // Date as ISO text ("yyyy-mm-dd", with " hh:mm:ss" unless the time to the second is
+  // midnight: StoredIsoDate), String as text.
   // Arrays and objects raise 13.
   void Bind(int position, const Variant& value);
   // Binds a stored value as it is (a bulk load's rows, already in the engine's types).

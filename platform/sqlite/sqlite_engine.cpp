@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <cctype>
+
+#include "platform/sqlite/iso_dates.h"
 #include "platform/sqlite/statement.h"
 
 namespace cp::sqlite {
@@ -48,6 +51,15 @@ std::string QuoteName(const std::string& name) {
     out += c;
   }
   return out + "\"";
+}
+
+// SQLite compares names ignoring ASCII case only.
+std::string ColumnKey(std::string_view table, std::string_view column) {
+  std::string key;
+  for (char c : table) key += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  key += '\n';
+  for (char c : column) key += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return key;
 }
 
 }  // namespace
@@ -118,6 +130,31 @@ dao::TableDefinition SqliteEngine::Table(const std::string& name) {
     table.fields.push_back(std::move(field));
   }
   return table;
+}
+
+jetsql::TranslateOptions SqliteEngine::TranslationOptions() {
+  Statement version(connection_, "PRAGMA schema_version", dao::SqlContext::Statement,
+                    kDatabaseSource);
+  version.Step();
+  const long long current = std::get<std::int64_t>(version.Column(0));
+  if (!isoDateColumns_ || current != isoSchemaVersion_) {
+    auto columns = std::make_shared<std::set<std::string>>();
+    Statement tables(connection_,
+                     "SELECT name, sql FROM sqlite_master WHERE type = 'table' AND sql IS NOT NULL",
+                     dao::SqlContext::Statement, kDatabaseSource);
+    while (tables.Step()) {
+      const std::string table = std::get<std::string>(tables.Column(0));
+      for (const std::string& column :
+           IsoDateCheckedColumns(std::get<std::string>(tables.Column(1))))
+        columns->insert(ColumnKey(table, column));
+    }
+    isoDateColumns_ = std::move(columns);
+    isoSchemaVersion_ = current;
+  }
+  if (isoDateColumns_->empty()) return {};
+  return {[columns = isoDateColumns_](std::string_view table, std::string_view column) {
+    return columns->contains(ColumnKey(table, column));
+  }};
 }
 
 }  // namespace cp::sqlite

@@ -2,6 +2,7 @@
 // SqliteEngine: the embedded engine behind the DAO-like API, over one SQLite file.
 // It only reads: a statement that would write raises 3219 (tools write through native.h).
 #include <memory>
+#include <set>
 #include <string>
 
 #include "platform/dao/engine.h"
@@ -23,9 +24,15 @@ class SqliteEngine : public dao::Engine {
                                                    const std::string& condition) override;
   // Auto-increment comes from SQLite's own flag: INTEGER PRIMARY KEY AUTOINCREMENT.
   dao::TableDefinition Table(const std::string& name) override;
+  // Vouches for the date columns that carry IsoDateCheck (iso_dates.h). The schema is read
+  // on first use and again whenever its version changes.
+  jetsql::TranslateOptions TranslationOptions() override;
 
  private:
   std::shared_ptr<Connection> connection_;
+  // "table\ncolumn" in lower case, as read at schema version isoSchemaVersion_.
+  std::shared_ptr<const std::set<std::string>> isoDateColumns_;
+  long long isoSchemaVersion_ = -1;
 };
 
 }  // namespace cp::sqlite

@@ -130,6 +130,11 @@ TEST(Dates, ParseAndWriteIso) {
   EXPECT_FALSE(ParseDate("07/03/05"));
   EXPECT_EQ(IsoDate(MakeDate(1925, 6, 1)), "1925-06-01");
   EXPECT_EQ(IsoDate(MakeDate(2031, 6, 1, 23, 59, 59)), "2031-06-01 23:59:59");
+  // Stored dates keep a time only when it is not midnight to the second.
+  const std::pair<double, const char*> stored[] = {
+      {38717.0000001, "2005-12-31"}, {38717.9999999, "2006-01-01"}, {-1.0000001, "1899-12-29"},
+      {38717.5, "2005-12-31 12:00:00"}, {38717.00002, "2005-12-31 00:00:02"}};
+  for (const auto& [serial, text] : stored) EXPECT_EQ(StoredIsoDate(Date{serial}), text) << serial;
 }
 
 TEST(Dates, SerialsMatchTheRuntime) {

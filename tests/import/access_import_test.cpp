@@ -23,6 +23,7 @@
 #include "cli/import_command.h"
 #include "cli/selection_commands.h"
 #include "platform/postgres/session.h"
+#include "platform/sqlite/iso_dates.h"
 #include "sample/access_import.h"
 #include "tests/cli/test_db.h"
 #include "tests/support/pg_server.h"
@@ -336,9 +337,11 @@ TEST(ImportPlan, TablesAndColumnsTheSchemaDoesNotKnowAreCopiedOrListed) {
   EXPECT_FALSE(plans[1].in_schema);
   std::string created;
   for (const sample::SchemaColumn& c : plans[1].target.columns) created += sample::ColumnDefinition(c) + ", ";
+  // A date column of a new table only takes ISO text, as the schema's own do.
   EXPECT_EQ(created,
-            "\"IdVisita\" INTEGER PRIMARY KEY AUTOINCREMENT, \"Fecha\" DATETIME, "
-            "\"Hecha\" BOOLEAN NOT NULL DEFAULT 0, \"Coste\" CURRENCY, ");
+            "\"IdVisita\" INTEGER PRIMARY KEY AUTOINCREMENT, \"Fecha\" DATETIME " +
+                sqlite::IsoDateCheck("Fecha") +
+                ", \"Hecha\" BOOLEAN NOT NULL DEFAULT 0, \"Coste\" CURRENCY, ");
   EXPECT_EQ(sample::MissingTables(file).size(), sample::SchemaTables().size() - 1);
 }
 

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+#include <cctype>
+#include <string_view>
+
 #include "platform/jetsql/literals.h"
 #include "platform/jetsql/translator.h"
 #include "tests/support/pg_server.h"
@@ -146,6 +149,55 @@ TEST(TranslatePostgres, ColumnsNamedLikeAReservedWordAreQuoted) {
     EXPECT_EQ(TranslateStatement("SELECT T.[" + upper + "] FROM T", Dialect::Postgres),
               "SELECT T.\"" + word + "\" FROM T");
   }
+// A date column the engine vouches for as ISO-only is compared bare, so that its index serves;
+// the name must resolve to it as SQLite resolves names, or the comparison keeps jet_date.
+TEST(TranslateSqlite, DatesOfVouchedColumnsAreComparedBare) {
+  TranslateOptions options;
+  options.isoDateColumn = [](std::string_view table, std::string_view column) {
+    std::string key;
+    for (char c : std::string(table) + "." + std::string(column)) key += std::tolower(c);
+    return key == "ipropio.fechaalta" || key == "demanda.fechaalta";
+  };
+  const std::vector<Case> cases = {
+      {"SELECT Id FROM IPropio WHERE FechaAlta >= #03/01/24#",
+       "SELECT Id FROM IPropio WHERE FechaAlta >= '2024-03-01'"},
+      {"SELECT Id FROM ipropio WHERE IPROPIO.fechaalta BETWEEN #1/1/24# AND #3/1/24 10:00# OR "
+       "#1/1/24# <> IPropio.FechaAlta",
+       "SELECT Id FROM ipropio WHERE IPROPIO.fechaalta BETWEEN '2024-01-01' AND "
+       "'2024-03-01 10:00:00' OR '2024-01-01' <> IPropio.FechaAlta"},
+      {"SELECT Id FROM IPropio AS I WHERE I.FechaAlta < #1/1/24# AND I.FechaBaja < #1/1/24#",
+       "SELECT Id FROM IPropio AS I WHERE I.FechaAlta < '2024-01-01' AND "
+       "jet_date(I.FechaBaja) < '2024-01-01'"},
+      // An alias hides the table's own name.
+      {"SELECT Id FROM IPropio AS I, IAjeno AS IPropio WHERE IPropio.FechaAlta = #1/1/24#",
+       "SELECT Id FROM IPropio AS I, IAjeno AS IPropio WHERE jet_date(IPropio.FechaAlta) = "
+       "'2024-01-01'"},
+      // Unqualified: found in one table only; in two the engine refuses it as ambiguous.
+      {"SELECT Id FROM Zona INNER JOIN IPropio ON Zona.Id = IPropio.Id WHERE FechaAlta > #1/1/24#",
+       "SELECT Id FROM Zona INNER JOIN IPropio ON Zona.Id COLLATE JET_NOCASE = IPropio.Id "
+       "WHERE FechaAlta > '2024-01-01'"},
+      {"SELECT Id FROM Demanda, IPropio WHERE FechaAlta > #1/1/24#",
+       "SELECT Id FROM Demanda, IPropio WHERE jet_date(FechaAlta) > '2024-01-01'"},
+      // A subquery sees its own tables first, then the outer ones by qualified name only.
+      {"SELECT Id FROM IPropio WHERE IdCliente IN (SELECT IdCliente FROM Cliente WHERE "
+       "FechaAlta > #1/1/24# OR IPropio.FechaAlta > #1/1/24#)",
+       "SELECT Id FROM IPropio WHERE IdCliente COLLATE JET_NOCASE IN (SELECT IdCliente FROM "
+       "Cliente WHERE jet_date(FechaAlta) > '2024-01-01' OR IPropio.FechaAlta > '2024-01-01')"},
+      {"SELECT Id FROM Cliente WHERE IdCliente IN (SELECT IdCliente FROM Demanda WHERE "
+       "FechaAlta = #1/1/24#) AND FechaAlta = #1/1/24#",
+       "SELECT Id FROM Cliente WHERE IdCliente COLLATE JET_NOCASE IN (SELECT IdCliente FROM "
+       "Demanda WHERE FechaAlta = '2024-01-01') AND jet_date(FechaAlta) = '2024-01-01'"},
+      {"SELECT Id FROM Demanda WHERE Id IN (SELECT Id FROM Cliente AS Demanda WHERE "
+       "Demanda.FechaAlta = #1/1/24#)",
+       "SELECT Id FROM Demanda WHERE Id COLLATE JET_NOCASE IN (SELECT Id FROM Cliente AS Demanda "
+       "WHERE jet_date(Demanda.FechaAlta) = '2024-01-01')"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(TranslateStatement(c.jet, Dialect::Sqlite, options), c.sqlite) << "Jet: " << c.jet;
+  }
+  // A bare condition has no tables for a name to resolve to.
+  EXPECT_EQ(TranslateCondition("IPropio.FechaAlta = #1/1/24#", Dialect::Sqlite, options),
+            "jet_date(IPropio.FechaAlta) = '2024-01-01'");
 }
 
 // The same tree through the PostgreSQL table of overrides.
