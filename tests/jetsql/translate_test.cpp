@@ -149,6 +149,8 @@ TEST(TranslatePostgres, ColumnsNamedLikeAReservedWordAreQuoted) {
     EXPECT_EQ(TranslateStatement("SELECT T.[" + upper + "] FROM T", Dialect::Postgres),
               "SELECT T.\"" + word + "\" FROM T");
   }
+}
+
 // A date column the engine vouches for as ISO-only is compared bare, so that its index serves;
 // the name must resolve to it as SQLite resolves names, or the comparison keeps jet_date.
 TEST(TranslateSqlite, DatesOfVouchedColumnsAreComparedBare) {
@@ -201,7 +203,6 @@ TEST(TranslateSqlite, DatesOfVouchedColumnsAreComparedBare) {
 }
 
 // The same tree through the PostgreSQL table of overrides.
-
 TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
   ExpectConditions({
       // Dates are timestamps on the server: midnight compares natively.
