@@ -207,33 +207,6 @@ TEST_F(ImportedFixture, SelectionsReturnTheRowsTheFileHolds) {
   }
 }
 
-// Crossing properties with demands: a demand matches a town only by naming it, or by the
-// empty text; the file's demands without a town hold Null, so none of them may come back.
-TEST_F(ImportedFixture, CrossMatchesKeepNullApartFromTheEmptyText) {
-  ASSERT_EQ(result_.status, kExitOk) << result_.err;
-  const BoundTable demands = ReadBound("Demanda"), properties = ReadBound("IPropio"),
-                   towns = ReadBound("Poblacion");
-  std::map<std::string, std::string> townOfDemand, townName;
-  for (std::size_t r = 0; r < demands.rows.size(); ++r)
-    townOfDemand[demands.rows[r][0]] = demands.Value(r, "Poblacion");
-  for (std::size_t r = 0; r < towns.rows.size(); ++r) townName[towns.rows[r][0]] = towns.rows[r][1];
-  std::size_t matched = 0;
-  for (std::size_t r = 0; r < 60; ++r) {
-    CrossOptions o;
-    o.db = path_, o.id = std::stoi(properties.rows[r][0]), o.from = "Inm. Propios";
-    o.to = "Demandas", o.query = true;
-    std::ostringstream out, err;
-    ASSERT_EQ(Cross(o, out, err), kExitOk) << err.str();
-    const std::string town = townName[properties.Value(r, "IdPoblacion")];
-    for (const std::string& id : Keys(out.str())) {
-      ++matched;
-      EXPECT_NE(townOfDemand[id].find(town + ";"), std::string::npos)
-          << "demand " << id << " for property " << o.id;
-    }
-  }
-  EXPECT_GT(matched, 0u);
-}
-
 void Write(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
 }
