@@ -1,10 +1,9 @@
 // Smoke tests of the demo host: the dialog played by a script inside its modal loop, the rows
-// of the accepted condition listed with their count, the cross button, a screenshot.
+// of the accepted condition listed with their count, an Access file opened from the menu.
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QStatusBar>
 #include <QTableWidget>
 #include <filesystem>
 
@@ -90,26 +89,6 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
       {"IdAliasInmueble", {"Inmueble", "Ático", ""}},
       {"FechaAlta", {"Fecha alta", "", ""}}, {"Exclusividad", {"Exclusividad", "No", "Sí"}}};
   for (const auto& [field, cells] : columns) EXPECT_EQ(Column(field), cells) << field;
-}
-
-// The cross button crosses the current row of the entity listed with the other side.
-TEST_F(DemoHostTest, CrossesTheCurrentRowWithTheOtherSideOfTheMarket) {
-  ASSERT_TRUE(Select("Demandas"));
-  host_->entityList().setCurrentText(QStringLiteral("Inm. Propios"));
-  EXPECT_FALSE(host_->crossButton().isEnabled()) << "the rows listed are not of the chosen entity";
-  host_->entityList().setCurrentText(QStringLiteral("Demandas"));
-  host_->rows().setCurrentCell(1, 0);  // not the first, which a careless host would take
-  QTest::mouseClick(&host_->crossButton(), Qt::LeftButton);
-  ASSERT_EQ(host_->ListedEntity(), "Inm. Propios");
-  CSeleccion reference;
-  std::string to = "Inm. Propios", from = "Demandas";
-  std::int32_t demand = 2;
-  reference.Cruzar(demand, to, from);
-  EXPECT_EQ(host_->selection().SQLW(), reference.SQLW());
-  EXPECT_FALSE(host_->statusBar()->currentMessage().isEmpty());
-  EXPECT_EQ(Column("IdProvincia"), QStringList({"Provincia", "Málaga"})) << "keys read as names";
-  ASSERT_TRUE(Select("Clientes"));
-  EXPECT_TRUE(host_->statusBar()->currentMessage().isEmpty()) << "the cross is no longer shown";
 }
 
 // An office's Access file opened from the menu: imported into the cache folder, then listed.
