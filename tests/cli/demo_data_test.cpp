@@ -1,57 +1,22 @@
-// The demo data: deterministic, with multi-valued and check-box columns in the stored
-// conventions that criteria and crossing read, and zones that hang from their towns.
+// The demo data: location and check-box columns in the stored conventions that criteria and
+// crossing read, and zones that hang from their towns. (The server's differential test
+// builds it twice from one seed and needs the same rows both times.)
 #include "sample/demo_data.h"
 
 #include <gtest/gtest.h>
 
-#include <set>
-
-#include "sample/schema.h"
 #include "tests/cli/test_db.h"
-#include "tests/support/errors.h"
 
 namespace cp::cli {
 namespace {
 
 using namespace testing;
 
-TEST(DemoData, SameSeedGivesTheSameRowsAndAnotherSeedOtherRows) {
-  MemorySink a, b, c;
-  GenerateDemoData(a, {120, 7});
-  GenerateDemoData(b, {120, 7});
-  GenerateDemoData(c, {120, 8});
-  ASSERT_EQ(a.tables().size(), SchemaTables().size());
-  for (const auto& [name, table] : a.tables())
-    EXPECT_EQ(table.rows, b.tables().at(name).rows) << name;
-  EXPECT_NE(a.tables().at("IPropio").rows, c.tables().at("IPropio").rows);
-  EXPECT_EQ(cp::testing::ErrorNumberOf([] { (void)SizesFor(-1); }), err::kInvalidProcedureCall);
-}
-
-TEST(DemoFile, ListsCheckBoxesAndZonesFollowTheStoredConventions) {
+TEST(DemoFile, LocationsCheckBoxesAndZonesFollowTheStoredConventions) {
   ScratchDir dir;
   MakeDb(dir.File("demo.db"), true, 600);
   ScratchDb db(dir.File("demo.db"));
   auto count = [&](const std::string& from) { return db.Count("SELECT count(*) FROM " + from); };
-  const char* lists[][3] = {{"Cliente", "Categorias", "TipoCategoria"},
-                            {"Demanda", "Provincia", "Provincia"}, {"Demanda", "Zona", "Zona"},
-                            {"IAjeno", "Categorias", "TipoCategoriaI"}};
-  for (const auto& [table, column, lookup] : lists) {
-    std::set<std::string> known;
-    for (const auto& row : db.Rows(std::string("SELECT Nombre FROM ") + lookup))
-      known.insert(row[0]);
-    int several = 0;
-    for (const auto& row : db.Rows(std::string("SELECT ") + column + " FROM " + table)) {
-      const std::string v = row[0] == kNullText ? "" : row[0];
-      int items = 0;
-      for (std::size_t start = 0, end; start < v.size(); start = end + 2, ++items) {
-        end = v.find("; ", start);
-        ASSERT_NE(end, std::string::npos) << v;
-        EXPECT_TRUE(known.count(v.substr(start, end - start))) << v;
-      }
-      several += items > 1;
-    }
-    EXPECT_GT(several, 0) << table << "." << column;
-  }
   // A demand's "no preference" is the empty text, which crossing matches; Null is not.
   for (const char* column :
        {"Pais", "Provincia", "Poblacion", "Zona", "TipoInmueble", "Categorias"})

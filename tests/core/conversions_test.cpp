@@ -98,13 +98,6 @@ TEST(StringFunctions, SplitKeepsEmptyItems) {
   EXPECT_EQ(Split("a<>b", "<>"), (V{"a", "b"}));
 }
 
-TEST(StringFunctions, ReplaceAndLen) {
-  EXPECT_EQ(Replace("O'Brien's", "'", "''"), "O''Brien''s");
-  EXPECT_EQ(Replace("aaa", "aa", "b"), "ba");
-  EXPECT_EQ(Replace("x", "", "y"), "x");
-  EXPECT_EQ(Len("Ávila"), 5);
-}
-
 TEST(FormatDate, PatternsOfTheComponent) {
   const Date d = MakeDate(2005, 3, 7, 14, 8, 9);
   EXPECT_EQ(FormatDate(d, "dd/mm/yy hh:mm:ss"), "07/03/05 14:08:09");  // mm after hh: minutes

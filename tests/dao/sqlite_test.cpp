@@ -33,26 +33,20 @@ class SqliteTest : public ::testing::Test {
 };
 
 TEST_F(SqliteTest, OpeningFailuresNameTheFileOrPath) {
-  const std::string missing = PathOf("no_existe.sqlite");
-  const Error file = CaughtError([&] { dao::OpenDatabase(missing); });
-  EXPECT_EQ(file.number(), dao::daoerr::kFileNotFound);
-  EXPECT_EQ(file.description(), "No se encuentra el archivo '" + missing + "'.");
-  EXPECT_EQ(file.source(), dao::kDatabaseSource);
-  EXPECT_FALSE(fs::exists(missing)) << "opening must not create the file";
-
-  const std::string badFolder = PathOf("falta/datos.sqlite");
-  const Error path = CaughtError([&] { dao::OpenDatabase(badFolder); });
-  EXPECT_EQ(path.number(), dao::daoerr::kInvalidPath);
-  EXPECT_THAT(path.description(), HasSubstr(badFolder));
-
-  const std::string text = PathOf("notas.txt");
-  std::ofstream(text) << "Esto no es una base de datos, aunque lo parezca por su longitud.\n";
-  const Error format = CaughtError([&] { dao::OpenDatabase(text); });
-  EXPECT_EQ(format.number(), dao::daoerr::kUnrecognisedFormat);
-  EXPECT_THAT(format.description(), HasSubstr(text));
-
-  EXPECT_EQ(ErrorNumberOf([&] { dao::OpenDatabase("postgresql://servidor/agencia"); }),
-            dao::daoerr::kConnectionFailed);
+  std::ofstream(PathOf("notas.txt")) << "Esto no es una base de datos, aunque lo parezca.\n";
+  const struct { std::string path; long number; std::string said; } cases[] = {
+      {PathOf("no_existe.sqlite"), dao::daoerr::kFileNotFound, "No se encuentra el archivo '"},
+      {PathOf("falta/datos.sqlite"), dao::daoerr::kInvalidPath, ""},
+      {PathOf("notas.txt"), dao::daoerr::kUnrecognisedFormat, ""},
+      {"postgresql://servidor/agencia", dao::daoerr::kConnectionFailed, ""}};
+  for (const auto& c : cases) {
+    const Error e = CaughtError([&] { dao::OpenDatabase(c.path); });
+    EXPECT_EQ(e.number(), c.number) << c.path;
+    EXPECT_EQ(e.source(), dao::kDatabaseSource) << c.path;
+    if (c.number != dao::daoerr::kConnectionFailed)
+      EXPECT_THAT(e.description(), HasSubstr(c.said + c.path));
+  }
+  EXPECT_FALSE(fs::exists(PathOf("no_existe.sqlite"))) << "opening must not create the file";
 }
 
 TEST_F(SqliteTest, NativeStatementsReadRowsRollBackAndCarryDaoNumbers) {

@@ -231,7 +231,6 @@ TEST_F(LocationCascadeTest, RestoredLocationCountsAsUnchanged) {
     EXPECT_TRUE(Leave()) << box;
   }
   EXPECT_EQ(Texts(), (std::vector<std::string>{"España;", "Madrid;", "Madrid;", "Centro;"}));
-  EXPECT_EQ(cascade_->Zona().PreviousValue(), "Centro;");
   EXPECT_EQ(cascade_->Poblacion().GenerarCondicionSQL(), "(IdPoblacion=100)");
   EXPECT_EQ(picker_.InstanceCount(), 0);
 

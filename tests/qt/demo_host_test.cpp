@@ -1,10 +1,7 @@
-// Smoke tests of the demo host: the dialog played by a script inside its modal loop, the rows
-// of the accepted condition listed with their count, the cross button, a screenshot.
+// Smoke test of the demo host: the dialog played by a script inside its modal loop, the rows
+// of the accepted condition listed with their count.
 #include <QComboBox>
-#include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QStatusBar>
 #include <QTableWidget>
 #include <filesystem>
 
@@ -20,8 +17,6 @@ INSERT INTO Provincia (IdProvincia, Nombre) VALUES (5, 'Málaga');
 INSERT INTO Cliente (IdCliente, Alias, Apellidos) VALUES
   (1, 'García, Luis', 'García López'), (3, 'Pérez, Juan', 'Pérez Garcia'), (4, 'O''Brien', '');
 INSERT INTO Agencia (IdAgencia, Alias) VALUES (1, 'Sol'), (2, 'Luna');
-INSERT INTO Demanda (IdDemanda, IdCliente, PrecioMinimo, PrecioMaximo, Huecos) VALUES
-  (1, 1, 100000, 200000, 3), (2, 1, 50000, 90000, 2);
 INSERT INTO AliasInmueble (IdAliasInmueble, Inmueble, Activo) VALUES (4, 'Ático', 1);
 INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos, Exclusividad,
   IdAliasInmueble) VALUES (1, 3, NULL, 150000, 3, 0, 4), (2, 4, 5, 80000, 2, 1, NULL);
@@ -90,47 +85,6 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
       {"IdAliasInmueble", {"Inmueble", "Ático", ""}},
       {"FechaAlta", {"Fecha alta", "", ""}}, {"Exclusividad", {"Exclusividad", "No", "Sí"}}};
   for (const auto& [field, cells] : columns) EXPECT_EQ(Column(field), cells) << field;
-}
-
-// The cross button crosses the current row of the entity listed with the other side.
-TEST_F(DemoHostTest, CrossesTheCurrentRowWithTheOtherSideOfTheMarket) {
-  ASSERT_TRUE(Select("Demandas"));
-  host_->entityList().setCurrentText(QStringLiteral("Inm. Propios"));
-  EXPECT_FALSE(host_->crossButton().isEnabled()) << "the rows listed are not of the chosen entity";
-  host_->entityList().setCurrentText(QStringLiteral("Demandas"));
-  host_->rows().setCurrentCell(1, 0);  // not the first, which a careless host would take
-  QTest::mouseClick(&host_->crossButton(), Qt::LeftButton);
-  ASSERT_EQ(host_->ListedEntity(), "Inm. Propios");
-  CSeleccion reference;
-  std::string to = "Inm. Propios", from = "Demandas";
-  std::int32_t demand = 2;
-  reference.Cruzar(demand, to, from);
-  EXPECT_EQ(host_->selection().SQLW(), reference.SQLW());
-  EXPECT_FALSE(host_->statusBar()->currentMessage().isEmpty());
-  EXPECT_EQ(Column("IdProvincia"), QStringList({"Provincia", "Málaga"})) << "keys read as names";
-  ASSERT_TRUE(Select("Clientes"));
-  EXPECT_TRUE(host_->statusBar()->currentMessage().isEmpty()) << "the cross is no longer shown";
-}
-
-// An office's Access file opened from the menu: imported into the cache folder, then listed.
-TEST_F(DemoHostTest, OpensAnAccessFileThroughACopyInTheCacheFolder) {
-  namespace fs = std::filesystem;
-  qputenv("XDG_CACHE_HOME", QByteArray::fromStdString(dir_));
-  const std::string mdb = std::string(CP_SHARED_DIR) + "/fixtures/agencia.mdb";
-  ModalAnswer user([&](QWidget& window) {
-    auto& ask = static_cast<QFileDialog&>(window);
-    // Typed, as selecting waits for the folder to be read.
-    ask.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(mdb));
-    static_cast<QDialog&>(ask).accept();  // as the Open button does
-  });
-  host_->entityList().setCurrentText("Demandas");
-  ASSERT_TRUE(host_->OpenAccessFile());
-  EXPECT_TRUE(user.Answered());
-  EXPECT_EQ(host_->countLabel().text(), "300 registros de Demandas");
-  std::vector<fs::path> copies;  // in the cache folder, named after the file
-  for (const fs::directory_entry& e : fs::recursive_directory_iterator(dir_))
-    if (e.path().filename().string().starts_with("agencia")) copies.push_back(e.path());
-  EXPECT_EQ(copies.size(), 1u);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 // cancelling, the close box, routing to the criteria controls, late binding.
 #include "platform/automation/registry.h"
 #include "platform/dao/database_object.h"
-#include "platform/form/ss_tab.h"
 #include "tests/selection/selection_fixture.h"
 #include "tests/support/errors.h"
 
@@ -48,34 +47,6 @@ TEST_F(SelectionTest, EntityListAndTheControlEachEntityShows) {
   EXPECT_EQ(CaughtError([&] { sel_->setEntidadesPosibles(Variant("Clientes")); }).number(),
             err::kTypeMismatch);
   EXPECT_EQ(dlg.cboEntidad().ListCount(), 0);
-}
-
-// "Abogados": no control is set up for it and accepting raises nothing, but the
-// new-selection button clears the contact control and activation focuses it.
-TEST_F(SelectionTest, ContactEntityOutsideTheShortGroup) {
-  sel_->setEntidadesPosibles(List({"Abogados"}));
-  sel_->setEntidad("Abogados");
-  frmSeleccion& dlg = sel_->Dialog();
-  EXPECT_FALSE(dlg.SeleccionCli1Control().Visible());
-  EXPECT_FALSE(Show([](frmSeleccion& d) {
-    EXPECT_TRUE(Words(d).HasFocus());
-    Words(d).setText("x");
-    Press(d, "cmdAceptar");
-    EXPECT_TRUE(d.Loaded());  // nothing raised, the dialog stays open
-    Press(d, "cmdNuevo");
-    EXPECT_EQ(Words(d).Text(), "");
-  }));
-  // Agencies accept, but the new-selection button and activation do nothing.
-  sel_->setEntidadesPosibles(Variant::Null());
-  sel_->setEntidad("Agencias");
-  EXPECT_TRUE(Show([](frmSeleccion& d) {
-    EXPECT_EQ(d.SeleccionCli1().Controls().ActiveControl(), nullptr);
-    Words(d).setText("norte");
-    Press(d, "cmdNuevo");
-    EXPECT_EQ(Words(d).Text(), "norte");
-    Press(d, "cmdAceptar");
-  }));
-  EXPECT_EQ(sel_->SQLW(), "Agencia.Alias LIKE '*norte*'");
 }
 
 TEST_F(SelectionTest, AcceptStoresTheResultsCancelAndTheCloseBoxKeepThem) {
@@ -137,34 +108,6 @@ TEST_F(SelectionTest, ReachableByProgIdAndByName) {
   EXPECT_EQ(CaughtError([&] { obj->GetProperty("PathDB"); }).number(), err::kPropertyNotFound);
   EXPECT_EQ(CaughtError([&] { obj->SetProperty("BD", Variant("demo.db")); }).number(),
             err::kTypeMismatch);
-}
-
-// Where the contact control puts the caret when the dialog opens on it or switches to it.
-TEST_F(SelectionTest, ContactFocusGoesToTheWordsOnlyFromTheGeneralTab) {
-  // the tab the selection was saved on, the tab the user then clicks (-1: none), where the
-  // caret is after switching back to the contacts
-  const std::tuple<int, int, const char*> rows[] = {
-      {1, -1, "cboEn"}, {0, -1, "txtPalabras"}, {0, 1, "dtpAlta"}, {1, 0, "cboEn"}};
-  for (const auto& [savedTab, clickedTab, focus] : rows) {
-    SCOPED_TRACE(focus);
-    messenger_->ClearShown();
-    sel_->setEntidad("Clientes");
-    sel_->setSeleccion(Saved({{"tbsSelec", std::to_string(savedTab), ""},
-                              {"txtPalabras", "-1", "garcia"}}));
-    Show([&](frmSeleccion& dlg) {
-      form::ControlContainer& cli = Cli(dlg);
-      auto& tabs = cli.Get<form::SSTab>("tbsSelec");
-      if (clickedTab >= 0) tabs.setTab(clickedTab);
-      if (tabs.Tab() == 0) cli.Item("cboEn").SetFocus();
-      // Switching to a contact entity shows the control again, which puts the caret back.
-      dlg.cboEntidad().setText("Inm. Propios");
-      dlg.cboEntidad().setText("Clientes");
-      const form::Control* active = cli.ActiveControl();
-      EXPECT_EQ(active ? active->Name() : "(none)", focus);
-      Press(dlg, "cmdCancelar");
-    });
-    EXPECT_TRUE(messenger_->shown().empty()) << messenger_->shown().front().text;
-  }
 }
 
 }  // namespace
