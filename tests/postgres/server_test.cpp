@@ -232,7 +232,8 @@ TEST_P(Differential, RandomStatesAndCrossMatchesReturnTheSameIds) {
 INSTANTIATE_TEST_SUITE_P(Databases, Differential, ::testing::Values("cp_c", "cp_utf8"));
 
 
-// A server that cannot be reached, a missing database or a refused login give DAO numbers.
+// A server that cannot be reached, a missing database and a connection lost in mid-session
+// give DAO numbers through the central handler (message and log), and the next use works.
 class ServerErrors : public CommonTest {
  protected:
   void SetUp() override {
@@ -256,6 +257,26 @@ TEST_F(ServerErrors, OpeningFailuresGiveDaoNumbers) {
     EXPECT_EQ(e.number(), c.number) << c.connection << ": " << e.description();
     EXPECT_EQ(e.description().find("mala"), std::string::npos) << "no password in messages";
   }
+}
+
+TEST_F(ServerErrors, LostConnectionIsReportedAndTheNextUseReconnects) {
+  const std::string connection = CreateServerDatabase("cp_c", false) + " application_name=cp_lost";
+  postgres::Session(connection, postgres::Session::Purpose::Tool)
+      .Execute("CREATE TABLE zona (idzona integer, nombre varchar(50));"
+               "INSERT INTO zona VALUES (1, 'Centro')");
+  auto db = dao::OpenDatabase(connection);
+  postgres::Session(*TestServer() + " dbname=postgres", postgres::Session::Purpose::Tool)
+      .Execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+               "WHERE application_name = 'cp_lost'");
+
+  EXPECT_FALSE(Atrapar("Cruzar", [&] { db->OpenRecordset("SELECT Nombre FROM Zona"); }));
+  ASSERT_EQ(messenger_->shown().size(), 1u);
+  const std::string shown = messenger_->shown()[0].text;
+  EXPECT_NE(shown.find("conexión"), std::string::npos) << shown;
+  EXPECT_NE(Log().find("3151"), std::string::npos) << Log();
+
+  auto rs = db->OpenRecordset("SELECT Nombre FROM Zona");
+  EXPECT_EQ(rs.Fields("Nombre").Value(), Variant("Centro"));
 }
 
 // Several workstations on one server: eight client processes run selections and
