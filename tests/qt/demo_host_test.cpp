@@ -1,7 +1,9 @@
-// Smoke test of the demo host: the dialog played by a script inside its modal loop, the rows
-// of the accepted condition listed with their count.
+// Smoke tests of the demo host: the dialog played by a script inside its modal loop, the rows
+// of the accepted condition listed with their count, an Access file opened from the menu.
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTableWidget>
 #include <filesystem>
 
@@ -17,6 +19,8 @@ INSERT INTO Provincia (IdProvincia, Nombre) VALUES (5, 'Málaga');
 INSERT INTO Cliente (IdCliente, Alias, Apellidos) VALUES
   (1, 'García, Luis', 'García López'), (3, 'Pérez, Juan', 'Pérez Garcia'), (4, 'O''Brien', '');
 INSERT INTO Agencia (IdAgencia, Alias) VALUES (1, 'Sol'), (2, 'Luna');
+INSERT INTO Demanda (IdDemanda, IdCliente, PrecioMinimo, PrecioMaximo, Huecos) VALUES
+  (1, 1, 100000, 200000, 3), (2, 1, 50000, 90000, 2);
 INSERT INTO AliasInmueble (IdAliasInmueble, Inmueble, Activo) VALUES (4, 'Ático', 1);
 INSERT INTO IPropio (IdIPropio, IdCliente, IdProvincia, Precio, Huecos, Exclusividad,
   IdAliasInmueble) VALUES (1, 3, NULL, 150000, 3, 0, 4), (2, 4, 5, 80000, 2, 1, NULL);
@@ -85,6 +89,27 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
       {"IdAliasInmueble", {"Inmueble", "Ático", ""}},
       {"FechaAlta", {"Fecha alta", "", ""}}, {"Exclusividad", {"Exclusividad", "No", "Sí"}}};
   for (const auto& [field, cells] : columns) EXPECT_EQ(Column(field), cells) << field;
+}
+
+// An office's Access file opened from the menu: imported into the cache folder, then listed.
+TEST_F(DemoHostTest, OpensAnAccessFileThroughACopyInTheCacheFolder) {
+  namespace fs = std::filesystem;
+  qputenv("XDG_CACHE_HOME", QByteArray::fromStdString(dir_));
+  const std::string mdb = std::string(CP_SHARED_DIR) + "/fixtures/agencia.mdb";
+  ModalAnswer user([&](QWidget& window) {
+    auto& ask = static_cast<QFileDialog&>(window);
+    // Typed, as selecting waits for the folder to be read.
+    ask.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(mdb));
+    static_cast<QDialog&>(ask).accept();  // as the Open button does
+  });
+  host_->entityList().setCurrentText("Demandas");
+  ASSERT_TRUE(host_->OpenAccessFile());
+  EXPECT_TRUE(user.Answered());
+  EXPECT_EQ(host_->countLabel().text(), "300 registros de Demandas");
+  std::vector<fs::path> copies;  // in the cache folder, named after the file
+  for (const fs::directory_entry& e : fs::recursive_directory_iterator(dir_))
+    if (e.path().filename().string().starts_with("agencia")) copies.push_back(e.path());
+  EXPECT_EQ(copies.size(), 1u);
 }
 
 }  // namespace
