@@ -138,18 +138,15 @@ TEST_F(ImportedFixture, EveryTableHoldsTheFilesRowsAndValues) {
     const BoundTable file = ReadBound(table.name);
     std::string columns;
     for (const std::string& c : file.columns) columns += (columns.empty() ? "\"" : ", \"") + c + "\"";
-    std::vector<std::vector<std::string>> expected, copied;
-    for (const auto& row : file.rows) {
-      expected.emplace_back();
-      for (std::size_t i = 0; i < row.size(); ++i) expected.back().push_back(Comparable(file.types[i], row[i]));
-    }
-    for (auto row : db.Rows("SELECT " + columns + " FROM \"" + table.name + "\"")) {
-      for (std::size_t i = 0; i < row.size(); ++i) row[i] = Comparable(file.types[i], row[i]);
-      copied.push_back(std::move(row));
-    }
+    const auto comparable = [&](std::vector<std::vector<std::string>> rows) {
+      for (auto& row : rows)
+        for (std::size_t i = 0; i < row.size(); ++i) row[i] = Comparable(file.types[i], row[i]);
+      std::sort(rows.begin(), rows.end());
+      return rows;
+    };
+    const auto expected = comparable(file.rows);
+    const auto copied = comparable(db.Rows("SELECT " + columns + " FROM \"" + table.name + "\""));
     ASSERT_EQ(copied.size(), expected.size());
-    std::sort(expected.begin(), expected.end());
-    std::sort(copied.begin(), copied.end());
     for (std::size_t r = 0; r < expected.size(); ++r) ASSERT_EQ(copied[r], expected[r]) << "row " << r;
   }
 }
@@ -211,13 +208,13 @@ void Write(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
 }
 
-std::string FixtureBytes() {
-  std::ifstream in(kFixture, std::ios::binary);
+std::string Read(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 TEST(ImportBadFiles, ExitTwoWithTheirMessageAndNothingCreated) {
-  const std::string whole = FixtureBytes();
+  const std::string whole = Read(kFixture);
   std::string otherVersion = whole;
   otherVersion[0x14] = 0x42;
   const struct {
@@ -252,8 +249,7 @@ TEST(ImportTarget, AnExistingOneIsReplacedOnlyWhenAsked) {
   Result r = RunImport({kFixture, target, false, false});
   EXPECT_EQ(r.status, kExitError);
   EXPECT_NE(r.err.find("--replace"), std::string::npos);
-  std::ifstream kept(target);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), "ya estaba");
+  EXPECT_EQ(Read(target), "ya estaba");
   r = RunImport({kFixture, target, true, false});
   ASSERT_EQ(r.status, kExitOk) << r.err;
   EXPECT_EQ(ScratchDb(target).Scalar("SELECT count(*) FROM Demanda"), "300");
