@@ -122,6 +122,7 @@ class ImportedFixture : public ::testing::Test {
     result_ = RunImport({kFixture, path_, false, true});
   }
   static void TearDownTestSuite() { delete dir_; }
+  void SetUp() override { ASSERT_EQ(result_.status, kExitOk) << result_.err; }
 
   static inline ScratchDir* dir_ = nullptr;
   static inline std::string path_;
@@ -129,7 +130,6 @@ class ImportedFixture : public ::testing::Test {
 };
 
 TEST_F(ImportedFixture, EveryTableHoldsTheFilesRowsAndValues) {
-  ASSERT_EQ(result_.status, kExitOk) << result_.err;
   EXPECT_NE(result_.out.find("Comprobación correcta: las 39 tablas"), std::string::npos)
       << result_.out;
   ScratchDb db(path_);
@@ -154,7 +154,6 @@ TEST_F(ImportedFixture, EveryTableHoldsTheFilesRowsAndValues) {
 // What the comparison above cannot see, as it takes Null for the empty text and numbers by
 // value: each holds on the copy.
 TEST_F(ImportedFixture, TheFilesHardValuesAreThereAsThemselves) {
-  ASSERT_EQ(result_.status, kExitOk) << result_.err;
   const std::pair<const char*, const char*> cases[] = {
       {"Null dates", "SELECT count(*) > 0 FROM IPropio WHERE FechaBaja IS NULL"},
       {"empty text kept", "SELECT count(*) > 0 FROM Demanda WHERE Categorias = ''"},
@@ -167,7 +166,6 @@ TEST_F(ImportedFixture, TheFilesHardValuesAreThereAsThemselves) {
 }
 
 TEST_F(ImportedFixture, SelectionsReturnTheRowsTheFileHolds) {
-  ASSERT_EQ(result_.status, kExitOk) << result_.err;
   const auto lower = [](std::string s) {
     std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return std::tolower(c); });
     return s;
