@@ -5,6 +5,7 @@
 #include <glib.h>  // before libmdb, which includes it inside extern "C"
 #include <mdbtools.h>
 #include <signal.h>
+#include <strings.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -166,17 +167,12 @@ TEST_F(ImportedFixture, TheFilesHardValuesAreThereAsThemselves) {
 }
 
 TEST_F(ImportedFixture, SelectionsReturnTheRowsTheFileHolds) {
-  const auto lower = [](std::string s) {
-    std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return std::tolower(c); });
-    return s;
-  };
-  struct Case {
+  const struct {
     const char* entity;
     const char* table;
     std::vector<std::string> sets;
     std::function<bool(const BoundTable&, std::size_t)> holds;
-  };
-  const Case cases[] = {
+  } cases[] = {
       // The component writes dates with two-digit years (#mm/dd/yy#, read with Jet's pivot),
       // so its date boxes reach 1930 to 2029 only.
       {"Inm. Propios", "IPropio", {"dtpAlta(0)=2010-01-01", "dtpAlta(1)=2029-12-31"},
@@ -185,9 +181,11 @@ TEST_F(ImportedFixture, SelectionsReturnTheRowsTheFileHolds) {
          return !d.empty() && d >= "2010-01-01" && d <= "2029-12-31";
        }},
       {"Clientes", "Cliente", {"txtPalabras=o'neil", "cboEn=Apellido", "cboOpPalabras=Al principio"},
-       [&](const BoundTable& t, std::size_t r) { return lower(t.Value(r, "Apellidos")).starts_with("o'neil"); }},
+       [](const BoundTable& t, std::size_t r) {
+         return strncasecmp(t.Value(r, "Apellidos").c_str(), "o'neil", 6) == 0;
+       }},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.entity) + " " + c.sets.front());
     const BoundTable file = ReadBound(c.table);
     std::set<std::string> expected;

@@ -21,16 +21,14 @@ struct Case {
 };
 
 void ExpectConditions(const std::vector<Case>& cases, Dialect dialect = Dialect::Sqlite) {
-  for (const Case& c : cases) {
+  for (const Case& c : cases)
     EXPECT_EQ(TranslateCondition(c.jet, dialect), c.sqlite) << "Jet: " << c.jet;
-  }
 }
 
 void ExpectStatements(const std::vector<Case>& cases, Dialect dialect = Dialect::Sqlite,
                       const TranslateOptions& options = {}) {
-  for (const Case& c : cases) {
+  for (const Case& c : cases)
     EXPECT_EQ(TranslateStatement(c.jet, dialect, options), c.sqlite) << "Jet: " << c.jet;
-  }
 }
 
 TEST(TranslateSqlite, ConditionsByConstruct) {

@@ -231,15 +231,10 @@ INSTANTIATE_TEST_SUITE_P(Databases, Differential, ::testing::Values("cp_c", "cp_
 
 // A server that cannot be reached, a missing database and a connection lost in mid-session
 // give DAO numbers through the central handler (message and log), and the next use works.
-class ServerErrors : public CommonTest {
- protected:
-  void SetUp() override {
-    if (!TestServer()) GTEST_SKIP() << "no PostgreSQL test server";
-    CommonTest::SetUp();
-  }
-};
+using ServerErrors = CommonTest;
 
 TEST_F(ServerErrors, OpeningFailuresGiveDaoNumbers) {
+  if (!TestServer()) GTEST_SKIP() << "no PostgreSQL test server";
   const struct {
     std::string connection;
     long number;
@@ -257,6 +252,7 @@ TEST_F(ServerErrors, OpeningFailuresGiveDaoNumbers) {
 }
 
 TEST_F(ServerErrors, LostConnectionIsReportedAndTheNextUseReconnects) {
+  if (!TestServer()) GTEST_SKIP() << "no PostgreSQL test server";
   const std::string connection = CreateServerDatabase("cp_c", false) + " application_name=cp_lost";
   postgres::Session(connection, postgres::Session::Purpose::Tool)
       .Execute("CREATE TABLE zona (idzona integer, nombre varchar(50));"
