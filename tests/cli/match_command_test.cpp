@@ -10,7 +10,6 @@
 
 #include "cli/selection_commands.h"
 #include "common/console_messenger.h"
-#include "common/error_log.h"
 #include "common/messenger.h"
 #include "common/shared_state.h"
 #include "platform/core/error.h"
@@ -21,18 +20,8 @@ namespace {
 
 using namespace testing;
 
-class MatchTest : public ::testing::Test {
+class MatchTest : public DemoDbTest<600> {
  protected:
-  static void SetUpTestSuite() {
-    dir_ = new ScratchDir();
-    db_ = dir_->File("demo.db");
-    MakeDb(db_, true, 600);
-    setErrLogPath(dir_->File(""));
-  }
-  static void TearDownTestSuite() {
-    setErrLogPath("");
-    delete dir_;
-  }
   static Result RunMatch(MatchOptions o, const MatchProgress& progress = {}) {
     o.db = db_;
     return RunCommand([&](auto& out, auto& err) { return Match(o, out, err, progress); });
@@ -46,8 +35,6 @@ class MatchTest : public ::testing::Test {
     return std::count(r.out.begin(), r.out.end(), '\n') - 2;  // the condition and the header
   }
 
-  static inline ScratchDir* dir_ = nullptr;
-  static inline std::string db_;
 };
 
 // A failure in the middle of a run leaves the host's messenger and database as they were,

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "common/error_log.h"
 #include "platform/core/error.h"
 #include "sample/host_query.h"
 #include "tests/cli/test_db.h"
@@ -17,18 +16,8 @@ namespace {
 using namespace testing;
 using Sets = std::vector<std::string>;
 
-class SelectionCommandsTest : public ::testing::Test {
+class SelectionCommandsTest : public DemoDbTest<200> {
  protected:
-  static void SetUpTestSuite() {
-    dir_ = new ScratchDir();
-    db_ = dir_->File("demo.db");
-    MakeDb(db_, true, 200);
-    setErrLogPath(dir_->File(""));
-  }
-  static void TearDownTestSuite() {
-    setErrLogPath("");
-    delete dir_;
-  }
 
   static Result RunWhere(WhereOptions o) {
     if (o.db.empty()) o.db = db_;
@@ -44,8 +33,6 @@ class SelectionCommandsTest : public ::testing::Test {
     return r.out;
   }
 
-  static inline ScratchDir* dir_ = nullptr;
-  static inline std::string db_;
 };
 
 TEST_F(SelectionCommandsTest, WorkedExampleToTheCharacter) {

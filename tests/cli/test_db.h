@@ -9,6 +9,7 @@
 #include <string>
 
 #include "cli/commands.h"
+#include "common/error_log.h"
 #include "tests/support/scratch_db.h"
 
 // The tool's tests also cover the sample library the tool builds its databases with.
@@ -43,5 +44,23 @@ inline void MakeDb(const std::string& path, bool demo, int size) {
       RunCommand([&](auto& out, auto& err) { return InitDb({path, demo, size}, out, err); });
   ASSERT_EQ(r.status, kExitOk) << r.err;
 }
+
+// A suite's demo database of kSize properties, with the error log in its folder.
+template <int kSize>
+class DemoDbTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    dir_ = new ScratchDir();
+    db_ = dir_->File("demo.db");
+    MakeDb(db_, true, kSize);
+    setErrLogPath(dir_->File(""));
+  }
+  static void TearDownTestSuite() {
+    setErrLogPath("");
+    delete dir_;
+  }
+  static inline ScratchDir* dir_ = nullptr;
+  static inline std::string db_;
+};
 
 }  // namespace cp::cli::testing

@@ -9,18 +9,16 @@ namespace {
 
 using ErrorHandlerTest = CommonTest;
 
-struct HandlerRow {
-  long number;
-  std::string description, title;
-  int flags;
-  std::string text;
-};
-
 TEST_F(ErrorHandlerTest, EachKnownNumberAndAnyOtherShowsItsBoxAndIsLogged) {
   setProgramTitle("Gestión Inmobiliaria");
   setVersionPrograma("4.2.17");
   const std::string label = "SQL_NumA de MSeleccion";
-  const HandlerRow rows[] = {
+  const struct {
+    long number;
+    std::string description, title;
+    int flags;
+    std::string text;
+  } rows[] = {
       {70, "Permiso denegado", "Borrar", 0x1030,
        "El fichero está bloqueado por Windows.\r\nCompruebe que no está abierto en Word."},
       {7, "Memoria insuficiente", "Error de sistema", 0x1010,
@@ -109,15 +107,13 @@ TEST_F(ErrorHandlerTest, FailuresOfItsOwnStepsStayInside) {
   EXPECT_NE(Log().find("a [5] d"), std::string::npos);
 }
 
-struct TrapRow {
-  std::string name;
-  std::function<void()> body;
-  long number;
-  std::string description;
-};
-
 TEST_F(ErrorHandlerTest, TrapHandsEveryStandardFailureToTheHandler) {
-  const TrapRow rows[] = {
+  const struct {
+    std::string name;
+    std::function<void()> body;
+    long number;
+    std::string description;
+  } rows[] = {
       {"cp::Error", [] { Raise(94); }, 94, "Uso no válido de Null"},
       {"bad_alloc", [] { throw std::bad_alloc(); }, 7, "Memoria insuficiente"},
       {"out_of_range", [] { (void)std::string("ab").at(5); }, 9,

@@ -12,13 +12,12 @@ namespace {
 using ErrorLogTest = CommonTest;
 
 TEST_F(ErrorLogTest, EntryNamesTheActiveFormItsControlAndEveryOpenForm) {
-  struct Row {
+  const struct {
     std::string name;
     std::vector<std::string> open;
     std::optional<std::string> active, control;
     std::string first_line_end, second_line;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"form and control", {"frmClientes", "frmSeleccion"}, "frmSeleccion", "txtPalabras",
        " (frmSeleccion)->(txtPalabras)", "    Formularios: {frmClientes} {frmSeleccion} "},
       {"form without control", {"frmInmuebles"}, "frmInmuebles", std::nullopt,
@@ -89,10 +88,9 @@ TEST_F(ErrorLogTest, ConcurrentProcessesNeverInterleaveOrLoseEntries) {
       while (read(start[0], &byte, 1) < 0 && errno == EINTR) {
       }
       bool ok = true;
-      for (int n = 0; n < kEntries; ++n) {
+      for (int n = 0; n < kEntries; ++n)
         ok &= AppendErrorLog("p" + std::to_string(p) + " e" + std::to_string(n), p, description,
                              LogFile());
-      }
       _exit(ok ? 0 : 1);
     }
     children.push_back(pid);

@@ -30,13 +30,6 @@ class ListPickerTest : public CommonTest {
   void SetUp() override {
     CommonTest::SetUp();
     ASSERT_FALSE(IsProgIdRegistered(kListPickerProgId)) << "a test left the picker registered";
-    setBD(dao::OpenDatabase(path_));
-    setPathDB(path_);
-  }
-  void TearDown() override {
-    setBD(nullptr);
-    setPathDB("");
-    CommonTest::TearDown();
   }
 
   // The picker over Zona.Nombre as the zone button opens it, with a statement.
@@ -53,6 +46,9 @@ class ListPickerTest : public CommonTest {
 
   static inline ScratchDir* scratch_ = nullptr;
   static inline std::string path_;
+  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database_{DatabaseSlot(),
+                                                                dao::OpenDatabase(path_)};
+  ProcessSlot<std::string>::Scoped pathDB_{PathDBSlot(), path_};
 };
 
 // A table-definition field as the picker receives it: an object whose Name reads back.

@@ -4,6 +4,7 @@
 #include "platform/core/date.h"
 
 #include <cstdint>
+#include <tuple>
 
 #include "tests/support/errors.h"
 #include "tests/support/spanish_locale.h"
@@ -73,24 +74,19 @@ TEST(CLngAndCInt, OverflowAndMismatch) {
 }
 
 TEST(CStr, WritesUnderTheConventions) {
-  EXPECT_EQ(CStr(Variant()), "");
-  EXPECT_EQ(CStr(Variant(std::int16_t{-12})), "-12");
-  EXPECT_EQ(CStr(Variant(150000)), "150000");
-  EXPECT_EQ(CStr(Variant(2.5)), "2,5");
-  EXPECT_EQ(CStr(Variant(0.1 + 0.2)), "0,3");  // 15 significant digits, as the runtime
-  EXPECT_EQ(CStr(Variant(true)), "True");
-  EXPECT_EQ(CStr(Variant(MakeDate(2005, 3, 7))), "07/03/2005");
-  EXPECT_EQ(CStr(Variant(MakeDate(2005, 3, 7, 9, 5, 0))), "07/03/2005 09:05:00");
+  const std::pair<Variant, const char*> cases[] = {
+      {Variant(), ""}, {Variant(std::int16_t{-12}), "-12"}, {Variant(150000), "150000"},
+      {Variant(2.5), "2,5"}, {Variant(0.1 + 0.2), "0,3"},  // 15 significant digits, as the runtime
+      {Variant(true), "True"}, {Variant(MakeDate(2005, 3, 7)), "07/03/2005"},
+      {Variant(MakeDate(2005, 3, 7, 9, 5, 0)), "07/03/2005 09:05:00"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(CStr(value), text) << value.TypeName();
 }
 
-TEST(StringFunctions, TrimRemovesBlanksOnly) {
+TEST(StringFunctions, TrimRemovesBlanksOnlyAndSplitKeepsEmptyItems) {
   EXPECT_EQ(Trim("  a b  "), "a b");
   EXPECT_EQ(Trim("\ta\t"), "\ta\t");
   EXPECT_EQ(LTrim("  x "), "x ");
   EXPECT_EQ(RTrim("  x "), "  x");
-}
-
-TEST(StringFunctions, SplitKeepsEmptyItems) {
   using V = std::vector<std::string>;
   EXPECT_EQ(Split("Madrid; Sevilla; ", ";"), (V{"Madrid", " Sevilla", " "}));
   EXPECT_EQ(Split("a;;b", ";"), (V{"a", "", "b"}));
@@ -107,11 +103,11 @@ TEST(FormatDate, PatternsOfTheComponent) {
 }
 
 TEST(FormatNumber, ThousandsMask) {
-  EXPECT_EQ(FormatNumber(1234567, "#,###"), "1.234.567");
-  EXPECT_EQ(FormatNumber(0, "#,###"), "");  // "#" digits are optional, as in the runtime
-  EXPECT_EQ(FormatNumber(1234.5, "#,###"), "1.235");  // half away from zero
-  EXPECT_EQ(FormatNumber(-150000, "#,###"), "-150.000");
-  EXPECT_EQ(FormatNumber(2.5, "#,##0,00"), "2,50");
+  // "#" digits are optional, as in the runtime; halves round away from zero.
+  const std::tuple<double, const char*, const char*> cases[] = {
+      {1234567, "#,###", "1.234.567"}, {0, "#,###", ""}, {1234.5, "#,###", "1.235"},
+      {-150000, "#,###", "-150.000"}, {2.5, "#,##0,00", "2,50"}};
+  for (const auto& [n, mask, text] : cases) EXPECT_EQ(FormatNumber(n, mask), text) << n;
 }
 
 TEST(Dates, ParseAndWriteIso) {

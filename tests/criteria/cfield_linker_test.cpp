@@ -43,16 +43,14 @@ TEST_F(FieldLinkerTest, InitGuardsEveryMemberAndBindsOnce) {
   CFieldLinker linker;
   std::string result = "Zonas";
   const std::pair<const char*, std::function<void()>> members[] = {
-      {"Value", [&] { (void)linker.Value(); }},
-      {"setValue", [&] { linker.setValue("Madrid"); }},
+      {"Value", [&] { (void)linker.Value(); }}, {"setValue", [&] { linker.setValue("Madrid"); }},
       {"PreviousValue", [&] { (void)linker.PreviousValue(); }},
       {"setPreviousValue", [&] { linker.setPreviousValue("Madrid"); }},
       {"Filter", [&] { (void)linker.Filter(); }},
       {"setFilter", [&] { linker.setFilter("IdPais = 1"); }},
       {"MoreValues", [&] { (void)linker.MoreValues(); }},
       {"IsEmpty", [&] { (void)linker.IsEmpty(); }},
-      {"ValuesCount", [&] { (void)linker.ValuesCount(); }},
-      {"ID", [&] { (void)linker.ID(); }},
+      {"ValuesCount", [&] { (void)linker.ValuesCount(); }}, {"ID", [&] { (void)linker.ID(); }},
       {"GenerarCondicionSQL", [&] { (void)linker.GenerarCondicionSQL(); }},
       {"Choose", [&] { (void)linker.Choose("Zonas"); }},
       {"Validate", [&] { (void)linker.Validate(result); }},
@@ -82,13 +80,12 @@ TEST_F(FieldLinkerTest, InitGuardsEveryMemberAndBindsOnce) {
 }
 
 TEST_F(FieldLinkerTest, SettingValueSplitsAtTheSeparator) {
-  struct Row { std::string text; bool empty, more; int count; };
-  const Row rows[] = {
+  const struct { std::string text; bool empty, more; int count; } rows[] = {
       {" ; ", true, false, -1},          {" Madrid ; ", false, false, 0},
       {"Madrid; Sevilla;", false, true, 1}, {"Madrid;;Sevilla", false, true, 2},
       {";;", false, true, 1},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE("'" + row.text + "'");
     zona_.setValue(row.text);
     EXPECT_EQ(zona_.Value(), row.text) << "kept as typed";
@@ -103,25 +100,23 @@ TEST_F(FieldLinkerTest, SettingValueSplitsAtTheSeparator) {
 }
 
 TEST_F(FieldLinkerTest, IdsAndConditionFollowJetComparison) {
-  struct Row { std::string text; std::optional<int> index; std::int32_t id; };
-  const Row rows[] = {
+  const struct { std::string text; std::optional<int> index; std::int32_t id; } rows[] = {
       {"  madrid ;", {}, 4}, {"ávila", {}, 5},          {"O'Donnell", {}, 6},
       {"Centro", {}, -2},    {"Madrid; Sevilla", 1, 9}, {"Madrid;Centro", 1, -2},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE("'" + row.text + "'");
     zona_.setValue(row.text);
     EXPECT_EQ(zona_.ID(row.index), row.id);
   }
   // The condition compares the unqualified id field; the rows are those of IPropio.
-  struct Cond { std::string text, condition; Ids rows; };
-  const Cond conds[] = {
+  const struct { std::string text, condition; Ids rows; } conds[] = {
       {"", "", {}},
       {"Madrid;", "(IdZona=4)", {1, 7}},
       {"Madrid;Sevilla", "((IdZona=4) OR (IdZona=9))", {1, 2, 7, 8}},
       {"madrid; Centro; ÁVILA;", "((IdZona=4) OR (IdZona=-2) OR (IdZona=5))", {1, 4, 7}},
   };
-  for (const Cond& c : conds) {
+  for (const auto& c : conds) {
     SCOPED_TRACE("'" + c.text + "'");
     zona_.setValue(c.text);
     EXPECT_EQ(zona_.GenerarCondicionSQL(), c.condition);
@@ -152,18 +147,17 @@ TEST_F(FieldLinkerTest, ChooseReturnsThePickersAnswerOrTheValueOnCancel) {
 
 TEST_F(FieldLinkerTest, ValidateGivesTheDatabaseSpellingOrOpensThePicker) {
   // No answer: every name is in use and the picker stays closed.
-  struct Row {
+  const struct {
     std::string text, filter;
     std::optional<ListPickerAnswer> answer;
     std::string result;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"madrid", "", {}, "Madrid;"},
       {"Sevilla; MADRID ; o'donnell", "IdPais = 1", {}, "Sevilla; Madrid; O'Donnell;"},
       {"Ávila", "", ListPickerAnswer::Accept("Madrid;"), "Madrid;"},  // unused: the user picks
       {"Madrid;;Sevilla", "", ListPickerAnswer::Accept("Sevilla;"), "Sevilla;"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.text);
     ScriptedListPickerRegistration picker(row.answer.value_or(ListPickerAnswer::Cancel()));
     zona_.setValue(row.text);

@@ -61,11 +61,6 @@ class CriteriaTest : public CommonTest {
   void SetUp() override {
     CommonTest::SetUp();
     SetFixedNow(MakeDate(2026, 11, 15, 10, 30, 0));
-    setBD(dao::OpenDatabase(path_));
-  }
-  void TearDown() override {
-    setBD(nullptr);
-    CommonTest::TearDown();
   }
 
   // The rows a condition selects, on Demanda when it names that table, else on IPropio.
@@ -120,6 +115,8 @@ class CriteriaTest : public CommonTest {
   form::Form form_{"frmPrueba"};
   int counter_ = 0;
   static inline std::string path_;
+  ProcessSlot<std::shared_ptr<dao::Database>>::Scoped database_{DatabaseSlot(),
+                                                                dao::OpenDatabase(path_)};
 };
 
 }  // namespace cp::testing

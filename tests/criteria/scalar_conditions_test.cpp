@@ -104,7 +104,6 @@ TEST_F(ScalarConditionsTest, TextAndRowsOfEveryBuilder) {
   });
 }
 
-// Errors reach the caller before the condition or the field names change.
 TEST_F(ScalarConditionsTest, ErrorsReachTheCallerAndLeaveTheCondition) {
   std::string where = "C", low = "Min", high = "Max";
   auto& button = form_.AddCommandButton("cmdX");

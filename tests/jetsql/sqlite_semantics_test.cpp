@@ -43,62 +43,59 @@ struct Case {
 
 void ExpectSelected(SemanticsDatabase& db, const std::string& table,
                     const std::vector<Case>& cases) {
-  for (const Case& c : cases) {
+  for (const Case& c : cases)
     EXPECT_EQ(db.Ids("SELECT Id FROM " + table + " WHERE " + c.condition + " ORDER BY Id"),
               c.expected)
         << "Jet: " << c.condition;
-  }
 }
 
 TEST_P(JetSemantics, TextComparesIgnoringCaseIncludingAccentedCapitals) {
-  SemanticsDatabase& db = Db();
-  db.Exec(
-      "CREATE TABLE Nombres (Id INTEGER PRIMARY KEY, Nombre VARCHAR(50));"
-      "INSERT INTO Nombres VALUES (1,'ávila'),(2,'ÁVILA'),(3,'Avila'),(4,'avila'),(5,'Madrid'),"
-      "(6,'MADRID'),(7,NULL),(8,'b'),(9,'Zamora');");
-  ExpectSelected(db, "Nombres",
-                 {
-                     {"Nombre = 'ÁVILA'", {1, 2}}, {"Nombre = 'AVILA'", {3, 4}},
-                     {"'madrid' = Nombre", {5, 6}},
-                     {"Nombre <> 'madrid'", {1, 2, 3, 4, 8, 9}},
-                     // Accents do not move a word out of its letter when ordering.
-                     {"Nombre < 'b'", {1, 2, 3, 4}}, {"Nombre <= 'B'", {1, 2, 3, 4, 8}},
-                     {"Nombre > 'b'", {5, 6, 9}},
-                     // Both bounds of BETWEEN are inside, whatever their case.
-                     {"Nombre BETWEEN 'B' AND 'madrid'", {5, 6, 8}},
-                     {"Nombre NOT BETWEEN 'B' AND 'madrid'", {1, 2, 3, 4, 9}},
-                     {"Nombre IN ('MADRID', 'zamora')", {5, 6, 9}},
-                     {"Nombre NOT IN ('madrid', 'B')", {1, 2, 3, 4, 9}}, {"Nombre = Null", {}},
-                     {"Nombre Is Null", {7}}, {"IsNull(Nombre)", {7}},
-                 });
+  Db().Exec("CREATE TABLE Nombres (Id INTEGER PRIMARY KEY, Nombre VARCHAR(50));"
+            "INSERT INTO Nombres VALUES (1,'ávila'),(2,'ÁVILA'),(3,'Avila'),(4,'avila'),"
+            "(5,'Madrid'),(6,'MADRID'),(7,NULL),(8,'b'),(9,'Zamora');");
+  ExpectSelected(Db(), "Nombres", {
+      {"Nombre = 'ÁVILA'", {1, 2}}, {"Nombre = 'AVILA'", {3, 4}},
+      {"'madrid' = Nombre", {5, 6}},
+      {"Nombre <> 'madrid'", {1, 2, 3, 4, 8, 9}},
+      // Accents do not move a word out of its letter when ordering.
+      {"Nombre < 'b'", {1, 2, 3, 4}}, {"Nombre <= 'B'", {1, 2, 3, 4, 8}},
+      {"Nombre > 'b'", {5, 6, 9}},
+      // Both bounds of BETWEEN are inside, whatever their case.
+      {"Nombre BETWEEN 'B' AND 'madrid'", {5, 6, 8}},
+      {"Nombre NOT BETWEEN 'B' AND 'madrid'", {1, 2, 3, 4, 9}},
+      {"Nombre IN ('MADRID', 'zamora')", {5, 6, 9}},
+      {"Nombre NOT IN ('madrid', 'B')", {1, 2, 3, 4, 9}}, {"Nombre = Null", {}},
+      {"Nombre Is Null", {7}}, {"IsNull(Nombre)", {7}},
+  });
 }
 
 TEST_P(JetSemantics, LikeUsesJetWildcardsInEveryPosition) {
-  SemanticsDatabase& db = Db();
-  db.Exec(
-      "CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT);"
-      "INSERT INTO Textos VALUES (1,'Piso; Local; '),(2,'Local; '),(3,'Piso; '),"
-      "(4,'Ático; Piso; '),(5,'abc'),(6,'a%c'),(7,'a_c'),(8,'a1c'),(9,'ÁVILA'),(10,NULL),"
-      "(11,''),(12,'a*c'),(13,'ABC');");
-  ExpectSelected(db, "Textos",
-                 {
-                     {"Texto LIKE 'Piso;*'", {1, 3}}, {"Texto LIKE '*; Piso;*'", {4}},
-                     {"Texto LIKE 'a*'", {5, 6, 7, 8, 12, 13}},
-                     {"Texto LIKE 'a?c'", {5, 6, 7, 8, 12, 13}}, {"Texto LIKE '?'", {}},
-                     {"Texto LIKE 'a#c'", {8}}, {"Texto LIKE '#*'", {}},
-                     // % and _ are ordinary characters in Jet.
-                     {"Texto LIKE 'a%c'", {6}}, {"Texto LIKE 'a_c'", {7}},
-                     {"Texto LIKE 'a[*]c'", {12}},
-                     {"Texto LIKE 'a[b-c]c'", {5, 13}}, {"Texto LIKE 'a[!b]c'", {6, 7, 8, 12}},
-                     {"Texto LIKE 'a[!0-9b]c'", {6, 7, 12}},
-                     // Accented capitals fold, accents stay.
-                     {"Texto LIKE 'ávila'", {9}},
-                     {"Texto LIKE 'avila'", {}}, {"Texto LIKE '[á]*'", {4, 9}},
-                     {"Texto LIKE '*'", {1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13}},
-                     {"Texto LIKE ''", {11}}, {"Texto LIKE 'ab[]c'", {5, 13}},
-                     {"Texto NOT LIKE 'a*'", {1, 2, 3, 4, 9, 11}},
-                     {"Texto LIKE '*' & 'Local' & '*'", {1, 2}}, {"Texto LIKE Null", {}},
-                 });
+  Db().Exec("CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT);"
+            "INSERT INTO Textos VALUES (1,'Piso; Local; '),(2,'Local; '),(3,'Piso; '),"
+            "(4,'Ático; Piso; '),(5,'abc'),(6,'a%c'),(7,'a_c'),(8,'a1c'),(9,'ÁVILA'),(10,NULL),"
+            "(11,''),(12,'a*c'),(13,'ABC');");
+  ExpectSelected(Db(), "Textos", {
+      {"Texto LIKE 'Piso;*'", {1, 3}}, {"Texto LIKE '*; Piso;*'", {4}},
+      {"Texto LIKE 'a*'", {5, 6, 7, 8, 12, 13}},
+      {"Texto LIKE 'a?c'", {5, 6, 7, 8, 12, 13}}, {"Texto LIKE '?'", {}},
+      {"Texto LIKE 'a#c'", {8}}, {"Texto LIKE '#*'", {}},
+      // % and _ are ordinary characters in Jet.
+      {"Texto LIKE 'a%c'", {6}}, {"Texto LIKE 'a_c'", {7}},
+      {"Texto LIKE 'a[*]c'", {12}},
+      {"Texto LIKE 'a[b-c]c'", {5, 13}}, {"Texto LIKE 'a[!b]c'", {6, 7, 8, 12}},
+      {"Texto LIKE 'a[!0-9b]c'", {6, 7, 12}},
+      // Accented capitals fold, accents stay.
+      {"Texto LIKE 'ávila'", {9}},
+      {"Texto LIKE 'avila'", {}}, {"Texto LIKE '[á]*'", {4, 9}},
+      {"Texto LIKE '*'", {1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13}},
+      {"Texto LIKE ''", {11}}, {"Texto LIKE 'ab[]c'", {5, 13}},
+      {"Texto NOT LIKE 'a*'", {1, 2, 3, 4, 9, 11}},
+      {"Texto LIKE '*' & 'Local' & '*'", {1, 2}}, {"Texto LIKE Null", {}},
+  });
+  // An unclosed character class is an error.
+  auto rows = Db().Rows("SELECT Id FROM Textos WHERE Texto LIKE 'a[bc'");
+  ASSERT_EQ(rows.size(), 1u);
+  EXPECT_EQ(rows[0][0], "error: Cadena de modelo no válida.");
 }
 
 TEST(SqliteSemantics, LikeFunctionKeepsSqliteSignatureShape) {
@@ -177,68 +174,43 @@ TEST(SqliteSemantics, RandomTextsMatchAndSortAsJetDoes) {
   EXPECT_EQ(db.Ids("SELECT Id FROM Textos ORDER BY Texto, Id"), order);
 }
 
-TEST_P(JetSemantics, UnclosedCharacterClassIsAnError) {
-  SemanticsDatabase& db = Db();
-  db.Exec("CREATE TABLE Textos (Id INTEGER PRIMARY KEY, Texto TEXT);"
-          "INSERT INTO Textos VALUES (1, 'abc');");
-  auto rows = db.Rows("SELECT Id FROM Textos WHERE Texto LIKE 'a[bc'");
-  ASSERT_EQ(rows.size(), 1u);
-  EXPECT_EQ(rows[0][0], "error: Cadena de modelo no válida.");
-}
-
 TEST_P(JetSemantics, DateLiteralsMeanMidnightAndPivotTwoDigitYears) {
-  SemanticsDatabase& db = Db();
   // 38717 and 38717.5 are Jet serials (31 Dec 2005 at 00:00 and 12:00), as an import leaves.
-  db.Exec(
-      "CREATE TABLE Fechas (Id INTEGER PRIMARY KEY, Fecha DATETIME);"
-      "INSERT INTO Fechas VALUES (1,'2005-12-31'),(2,'2005-12-31 00:00:00'),"
-      "(3,'2005-12-31 10:00:00'),(4,'2006-01-01'),(5,'2005-03-07'),(6,'2005-03-06 23:59:59'),"
-      "(7,NULL),(8,'1930-01-02'),(9,'2029-01-02'),(12,'2005-12-31T00:00:00');");
-  if (db.Embedded()) db.Exec("INSERT INTO Fechas VALUES (10,38717),(11,38717.5);");
+  Db().Exec("CREATE TABLE Fechas (Id INTEGER PRIMARY KEY, Fecha DATETIME);"
+            "INSERT INTO Fechas VALUES (1,'2005-12-31'),(2,'2005-12-31 00:00:00'),"
+            "(3,'2005-12-31 10:00:00'),(4,'2006-01-01'),(5,'2005-03-07'),(6,'2005-03-06 23:59:59'),"
+            "(7,NULL),(8,'1930-01-02'),(9,'2029-01-02'),(12,'2005-12-31T00:00:00');");
+  if (Db().Embedded()) Db().Exec("INSERT INTO Fechas VALUES (10,38717),(11,38717.5);");
   std::vector<Case> cases = {
-                     {"Fecha <= #12/31/05#", {1, 2, 5, 6, 8, 10, 12}},
-                     {"Fecha < #12/31/05#", {5, 6, 8}},
-                     {"Fecha >= #12/31/05#", {1, 2, 3, 4, 9, 10, 11, 12}},
-                     {"Fecha > #12/31/05#", {3, 4, 9, 11}},
-                     {"Fecha = #12/31/2005#", {1, 2, 10, 12}},
-                     {"Fecha <> #12/31/2005#", {3, 4, 5, 6, 8, 9, 11}},
-                     {" ( Fecha >= #03/07/05# )  AND (Fecha <= #12/31/05# ) ", {1, 2, 5, 10, 12}},
-                     {"Fecha BETWEEN #03/07/05# AND #12/31/05#", {1, 2, 5, 10, 12}},
-                     {"Fecha BETWEEN #3/6/2005 23:59:59# AND #3/7/2005#", {5, 6}},
-                     {"Fecha = #1/2/30#", {8}}, {"Fecha = #1/2/29#", {9}},
-                     {"Fecha = #12/31/2005 10:00:00#", {3}}, {"Fecha = #12/31/05 12:00 PM#", {11}},
-                     {"Fecha IN (#1/1/06#, #3/7/05#)", {4, 5}}, {"Fecha Is Null", {7}},
+      {"Fecha <= #12/31/05#", {1, 2, 5, 6, 8, 10, 12}}, {"Fecha < #12/31/05#", {5, 6, 8}},
+      {"Fecha >= #12/31/05#", {1, 2, 3, 4, 9, 10, 11, 12}}, {"Fecha > #12/31/05#", {3, 4, 9, 11}},
+      {"Fecha = #12/31/2005#", {1, 2, 10, 12}}, {"Fecha <> #12/31/2005#", {3, 4, 5, 6, 8, 9, 11}},
+      {" ( Fecha >= #03/07/05# )  AND (Fecha <= #12/31/05# ) ", {1, 2, 5, 10, 12}},
+      {"Fecha BETWEEN #03/07/05# AND #12/31/05#", {1, 2, 5, 10, 12}},
+      {"Fecha BETWEEN #3/6/2005 23:59:59# AND #3/7/2005#", {5, 6}},
+      {"Fecha = #1/2/30#", {8}}, {"Fecha = #1/2/29#", {9}},
+      {"Fecha = #12/31/2005 10:00:00#", {3}}, {"Fecha = #12/31/05 12:00 PM#", {11}},
+      {"Fecha IN (#1/1/06#, #3/7/05#)", {4, 5}}, {"Fecha Is Null", {7}},
   };
-  if (!db.Embedded()) {
+  if (!Db().Embedded())
     for (Case& c : cases) std::erase_if(c.expected, [](long id) { return id == 10 || id == 11; });
-  }
-  ExpectSelected(db, "Fechas", cases);
+  ExpectSelected(Db(), "Fechas", cases);
 }
 
 TEST_P(JetSemantics, TrueMatchesOneAndAnImportedMinusOne) {
-  SemanticsDatabase& db = Db();
-  db.Exec(
-      "CREATE TABLE Flags (Id INTEGER PRIMARY KEY, Activo BOOLEAN);"
-      "INSERT INTO Flags VALUES (1,1),(2,0),(3,-1),(4,NULL);");
-  ExpectSelected(db, "Flags",
-                 {
-                     {"Activo = TRUE", {1, 3}}, {"Activo = FALSE", {2}}, {"Activo <> TRUE", {2}},
-                     {"Activo <> FALSE", {1, 3}}, {"NOT (Activo = TRUE)", {2}},
-                 });
+  Db().Exec("CREATE TABLE Flags (Id INTEGER PRIMARY KEY, Activo BOOLEAN);"
+            "INSERT INTO Flags VALUES (1,1),(2,0),(3,-1),(4,NULL);");
+  ExpectSelected(Db(), "Flags", {
+      {"Activo = TRUE", {1, 3}}, {"Activo = FALSE", {2}}, {"Activo <> TRUE", {2}},
+      {"Activo <> FALSE", {1, 3}}, {"NOT (Activo = TRUE)", {2}},
+  });
 }
 
-struct ValueCase {
-  const char* expression;
-  const char* expected;
-};
-
 TEST_P(JetSemantics, PlusAmpersandAndChrFollowJet) {
-  SemanticsDatabase& db = Db();
-  db.Exec(
-      "CREATE TABLE Uno (Id INTEGER, Texto VARCHAR(10), Numero INTEGER, Real DOUBLE, "
-      "NumTexto VARCHAR(10), Nulo VARCHAR(10));"
-      "INSERT INTO Uno VALUES (1, 'a', 5, 2.5, '7', NULL);");
-  const std::vector<ValueCase> cases = {
+  Db().Exec("CREATE TABLE Uno (Id INTEGER, Texto VARCHAR(10), Numero INTEGER, Real DOUBLE, "
+            "NumTexto VARCHAR(10), Nulo VARCHAR(10));"
+            "INSERT INTO Uno VALUES (1, 'a', 5, 2.5, '7', NULL);");
+  const std::pair<const char*, const char*> cases[] = {
       {"'a' + Nulo", "<Null>"}, {"Nulo + 1", "<Null>"}, {"'a' & Nulo", "a"}, {"Nulo & 'a'", "a"},
       {"Nulo & Nulo", "<Null>"}, {"Nulo & Nulo & Texto", "a"}, {"Texto + 'b'", "ab"},
       {"Texto + Texto", "aa"}, {"NumTexto + NumTexto", "77"}, {"Numero + NumTexto", "12"},
@@ -246,16 +218,14 @@ TEST_P(JetSemantics, PlusAmpersandAndChrFollowJet) {
       {"Numero & Texto", "5a"}, {"Real & ''", "2,5"}, {"'O''Brien' + chr(124) + '2'", "O'Brien|2"},
       {"chr(Numero + 60)", "A"}, {"chr(128) & chr(241)", "€ñ"}, {"chr(NumTexto + 58)", "A"},
       {"Numero / 2", "2.5"}, {"Numero - 7 * 2", "-9"}, {"-Numero", "-5"}, {"'a' & 1 + 2", "a3"},
+      // Jet refuses to add a number to text that is not a number.
+      {"Texto + Numero", "error: No coinciden los tipos de datos en la expresión de criterios."},
+      {"chr(Numero * 100)", "error: Llamada a procedimiento o argumento no válidos"},
   };
-  for (const ValueCase& c : cases) {
-    EXPECT_EQ(db.Value(std::string("SELECT ") + c.expression + " AS v FROM Uno"), c.expected)
-        << "Jet: " << c.expression;
+  for (const auto& [expression, expected] : cases) {
+    EXPECT_EQ(Db().Value(std::string("SELECT ") + expression + " AS v FROM Uno"), expected)
+        << "Jet: " << expression;
   }
-  // Jet refuses to add a number to text that is not a number.
-  EXPECT_EQ(db.Value("SELECT Texto + Numero AS v FROM Uno"),
-            "error: No coinciden los tipos de datos en la expresión de criterios.");
-  EXPECT_EQ(db.Value("SELECT chr(Numero * 100) AS v FROM Uno"),
-            "error: Llamada a procedimiento o argumento no válidos");
 }
 
 using SpanishDesktop = cp::testing::SpanishLocale;

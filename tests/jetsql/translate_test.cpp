@@ -5,7 +5,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-
 #include <cctype>
 #include <string_view>
 
@@ -22,15 +21,14 @@ struct Case {
 };
 
 void ExpectConditions(const std::vector<Case>& cases, Dialect dialect = Dialect::Sqlite) {
-  for (const Case& c : cases) {
+  for (const Case& c : cases)
     EXPECT_EQ(TranslateCondition(c.jet, dialect), c.sqlite) << "Jet: " << c.jet;
-  }
 }
 
-void ExpectStatements(const std::vector<Case>& cases, Dialect dialect = Dialect::Sqlite) {
-  for (const Case& c : cases) {
-    EXPECT_EQ(TranslateStatement(c.jet, dialect), c.sqlite) << "Jet: " << c.jet;
-  }
+void ExpectStatements(const std::vector<Case>& cases, Dialect dialect = Dialect::Sqlite,
+                      const TranslateOptions& options = {}) {
+  for (const Case& c : cases)
+    EXPECT_EQ(TranslateStatement(c.jet, dialect, options), c.sqlite) << "Jet: " << c.jet;
 }
 
 TEST(TranslateSqlite, ConditionsByConstruct) {
@@ -160,7 +158,7 @@ TEST(TranslateSqlite, DatesOfVouchedColumnsAreComparedBare) {
     for (char c : std::string(table) + "." + std::string(column)) key += std::tolower(c);
     return key == "ipropio.fechaalta" || key == "demanda.fechaalta";
   };
-  const std::vector<Case> cases = {
+  ExpectStatements({
       {"SELECT Id FROM IPropio WHERE FechaAlta >= #03/01/24#",
        "SELECT Id FROM IPropio WHERE FechaAlta >= '2024-03-01'"},
       {"SELECT Id FROM ipropio WHERE IPROPIO.fechaalta BETWEEN #1/1/24# AND #3/1/24 10:00# OR "
@@ -193,10 +191,7 @@ TEST(TranslateSqlite, DatesOfVouchedColumnsAreComparedBare) {
        "Demanda.FechaAlta = #1/1/24#)",
        "SELECT Id FROM Demanda WHERE Id COLLATE JET_NOCASE IN (SELECT Id FROM Cliente AS Demanda "
        "WHERE jet_date(Demanda.FechaAlta) = '2024-01-01')"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(TranslateStatement(c.jet, Dialect::Sqlite, options), c.sqlite) << "Jet: " << c.jet;
-  }
+  }, Dialect::Sqlite, options);
   // A bare condition has no tables for a name to resolve to.
   EXPECT_EQ(TranslateCondition("IPropio.FechaAlta = #1/1/24#", Dialect::Sqlite, options),
             "jet_date(IPropio.FechaAlta) = '2024-01-01'");
@@ -257,12 +252,8 @@ TEST(DateLiteral, ReadsMonthFirstAndPivotsTwoDigitYears) {
       {"12/31/05 13:00 PM", nullptr}, {"12/31/05 10", nullptr},
   };
   for (const auto& c : cases) {
-    auto iso = DateLiteralToIso(c.text);
-    if (c.iso) {
-      EXPECT_EQ(iso.value_or("<refused>"), c.iso) << c.text;
-    } else {
-      EXPECT_FALSE(iso.has_value()) << c.text << " gave " << *iso;
-    }
+    EXPECT_EQ(DateLiteralToIso(c.text).value_or("<refused>"), c.iso ? c.iso : "<refused>")
+        << c.text;
   }
 }
 
