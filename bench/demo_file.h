@@ -9,7 +9,7 @@
 class DemoFile {
  public:
   // properties: own properties of the demo data (the other tables follow from it).
-  DemoFile(const std::string& name, long properties) {
+  DemoFile(const std::string& name, int properties) {
     path_ = (std::filesystem::temp_directory_path() /
              (name + "_" + std::to_string(::getpid()) + ".db"))
                 .string();

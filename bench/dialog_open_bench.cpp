@@ -31,7 +31,7 @@ using Clock = std::chrono::steady_clock;
 // told), made once per run.
 const DemoFile& Demo() {
   static const char* size = std::getenv("CP_BENCH_DIALOG_SIZE");
-  static const DemoFile demo("cp_bench_dialog", size ? std::atol(size) : 100000L);
+  static const DemoFile demo("cp_bench_dialog", size ? std::atoi(size) : 100000);
   return demo;
 }
 
