@@ -3,9 +3,7 @@
 // helpers to read the files the tool writes.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 
 #include "cli/commands.h"

@@ -63,6 +63,9 @@ TEST_F(Inputs, ComboBoxListIndexAndTextSelectAndClickOnChangeClearDoesNot) {
   EXPECT_EQ(c.ListIndex(), 1);
   c.setText("Al final");
   EXPECT_EQ(c.ListIndex(), 2);
+  c.RemoveItem(0);  // the selection follows its item, without a Click
+  EXPECT_EQ(c.ListIndex(), 1);
+  EXPECT_EQ(CaughtError([&] { c.RemoveItem(2); }).number(), err::kInvalidProcedureCall);
   c.Clear();  // no Click
   EXPECT_EQ(c.ListCount(), 0);
   EXPECT_EQ(c.ListIndex(), -1);

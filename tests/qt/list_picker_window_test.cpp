@@ -122,12 +122,10 @@ TEST_F(QtListPickerTest, FiltersAsTheUserTypesIgnoringCaseAndAccentsAndKeepsTick
   }), "Inversor; Vip; ");
 }
 
-// Aceptar is the default button by itself, not by coming first in the platform's button
-// order, so that Enter in the filter box accepts everywhere.
+// Aceptar is the default by itself, not by the platform's button order (offscreen hides it).
 TEST_F(QtListPickerTest, AceptarIsTheDefaultButtonBeforeTheWindowShows) {
   ListPickerWindow w("Categorías", 300, kAllCategories, "");
-  EXPECT_TRUE(w.acceptButton().isDefault());
-  EXPECT_FALSE(w.cancelButton().isDefault());
+  EXPECT_TRUE(w.acceptButton().isDefault() && !w.cancelButton().isDefault());
 }
 
 // Aceptar returns the ticked values in list order (none: the criterion is cleared); Cancel
