@@ -139,9 +139,7 @@ bool Generator::IsIsoDateColumn(const Expr& e) const {
 std::string Generator::Name(const std::string& name) const {
   if (rules_.name) return rules_.name(name);
   if (IsSimpleName(name)) return name;
-  std::string out = "\"";
-  for (char c : name) out += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return out + "\"";
+  return QuotedIdentifier(name);
 }
 
 std::string Generator::StringLiteral(const std::string& value) const {

@@ -123,4 +123,10 @@ std::optional<std::string> DateLiteralToIso(std::string_view raw) {
                  hour != 0 || minute != 0 || second != 0);
 }
 
+std::string QuotedIdentifier(std::string_view name) {
+  std::string out = "\"";
+  for (char c : name) out += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return out + "\"";
+}
+
 }  // namespace cp::jetsql

@@ -13,6 +13,10 @@ namespace cp::jetsql {
 // Returns nullopt for a code outside 0..255 (the runtime's "invalid procedure call").
 std::optional<std::string> ChrText(long code);
 
+// name as an SQL quoted identifier: in double quotes, each double quote doubled. Both engines
+// read it so; the translator and the SQLite schema checks write names through it.
+std::string QuotedIdentifier(std::string_view name);
+
 // The text between the two "#" of a Jet date literal as ISO text: "yyyy-mm-dd" at midnight,
 // "yyyy-mm-dd hh:mm:ss" otherwise. Accepts m/d/yy, m/d/yyyy (two-digit years: 00-29 are
 // 20xx, 30-99 are 19xx) and yyyy-mm-dd, each optionally followed by h:mm[:ss] [AM|PM].

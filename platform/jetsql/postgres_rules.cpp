@@ -5,6 +5,8 @@
 #include <cctype>
 #include <string_view>
 
+#include "platform/jetsql/literals.h"
+
 namespace cp::jetsql {
 namespace {
 
@@ -34,9 +36,7 @@ std::string QuoteName(const std::string& name) {
   if (simple && std::find(kReserved.begin(), kReserved.end(), upper) == kReserved.end()) {
     return name;
   }
-  std::string out = "\"";
-  for (char c : lower) out += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return out + "\"";
+  return QuotedIdentifier(lower);
 }
 
 DialectRules MakeRules() {

@@ -5,6 +5,8 @@
 #include <cctype>
 #include <string_view>
 
+#include "platform/jetsql/literals.h"
+
 namespace cp::jetsql {
 namespace {
 
@@ -38,9 +40,7 @@ std::string QuoteName(const std::string& name) {
   if (simple && std::find(kKeywords.begin(), kKeywords.end(), upper) == kKeywords.end()) {
     return name;
   }
-  std::string out = "\"";
-  for (char c : name) out += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return out + "\"";
+  return QuotedIdentifier(name);
 }
 
 Sql Collated(Sql operand) {

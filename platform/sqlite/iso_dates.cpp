@@ -2,16 +2,13 @@
 
 #include <cctype>
 
+#include "platform/jetsql/literals.h"
+
 namespace cp::sqlite {
 namespace {
 
 constexpr std::string_view kDay = "[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9]";
 
-std::string Quoted(std::string_view name) {
-  std::string out = "\"";
-  for (char c : name) out += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return out + "\"";
-}
 
 // The position just past a quoted token or comment that starts at i, or i when none does.
 std::size_t SkipQuotedOrComment(std::string_view sql, std::size_t i) {
@@ -58,7 +55,7 @@ std::string QuotedNameAt(std::string_view sql, std::size_t i) {
 }  // namespace
 
 std::string IsoDateCheck(std::string_view column) {
-  const std::string c = Quoted(column);
+  const std::string c = jetsql::QuotedIdentifier(column);
   return "CHECK (" + c + " IS NULL OR " + c + " GLOB '" + std::string(kDay) + "' OR (" + c +
          " GLOB '" + std::string(kDay) + " [0-9][0-9]:[0-9][0-9]:[0-9][0-9]' AND substr(" + c +
          ", 12) <> '00:00:00'))";
