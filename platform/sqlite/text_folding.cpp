@@ -20,15 +20,35 @@ struct FoldedForms {
   std::string withoutMarks, withMarks;
 };
 
-// Both folded forms of a non-ASCII text, remembered: a table holds few distinct texts (place
-// names, categories) and comparing folds each of them again for every row.
+// Values computed per text and remembered: a table holds few distinct texts (place names,
+// categories) and comparing or matching would compute each again for every row. When full, the
+// memo starts a new generation and keeps the last one, so a value returned stays valid through
+// the next call: CompareJetText holds one side's forms while it asks for the other's.
+template <class Value>
+class PerTextMemo {
+ public:
+  template <class Make>
+  const Value& Get(std::string_view text, Make make) {
+    key_.assign(text);
+    if (auto it = current_.find(key_); it != current_.end()) return it->second;
+    if (current_.size() >= kLimit) {
+      older_.swap(current_);
+      current_.clear();
+    }
+    return current_.emplace(key_, make(text)).first->second;
+  }
+
+ private:
+  static constexpr std::size_t kLimit = 4096;
+  std::unordered_map<std::string, Value> current_, older_;
+  std::string key_;
+};
+
+// Both folded forms of a non-ASCII text.
 const FoldedForms& FoldedFormsOf(std::string_view text) {
-  static thread_local std::unordered_map<std::string, FoldedForms> cache;
-  static thread_local std::string key;
-  key.assign(text);
-  if (auto it = cache.find(key); it != cache.end()) return it->second;
-  if (cache.size() >= 4096) cache.clear();
-  return cache.emplace(key, FoldedForms{Fold(text, true), Fold(text, false)}).first->second;
+  static thread_local PerTextMemo<FoldedForms> memo;
+  return memo.Get(text,
+                  [](std::string_view t) { return FoldedForms{Fold(t, true), Fold(t, false)}; });
 }
 
 // The unaccented lower-case ASCII letter of U+00C0..U+00FF ('Á' gives 'a'), 0 for those that
@@ -120,15 +140,13 @@ int CompareJetText(std::string_view a, std::string_view b) {
 }
 
 const std::u32string& FoldedCodePoints(std::string_view s) {
-  static thread_local std::unordered_map<std::string, std::u32string> cache;
-  static thread_local std::string key;
+  static thread_local PerTextMemo<std::u32string> memo;
   // The criteria of one value ask up to four times in a row: skip the hashing then.
+  static thread_local std::string lastText;
   static thread_local const std::u32string* last = nullptr;
-  if (last && key == s) return *last;
-  key.assign(s);
-  if (auto it = cache.find(key); it != cache.end()) return *(last = &it->second);
-  if (cache.size() >= 4096) cache.clear();
-  return *(last = &cache.emplace(key, CodePoints(Fold(s, false))).first->second);
+  if (last && lastText == s) return *last;
+  lastText.assign(s);
+  return *(last = &memo.Get(s, [](std::string_view t) { return CodePoints(Fold(t, false)); }));
 }
 
 std::u32string CodePoints(std::string_view s) {
