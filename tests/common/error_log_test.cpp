@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <set>
 
 #include "tests/common/common_fixture.h"
@@ -72,9 +73,10 @@ TEST_F(ErrorLogTest, EmptyPathMeansTheTemporaryFolder) {
 
 TEST_F(ErrorLogTest, ConcurrentProcessesNeverInterleaveOrLoseEntries) {
   constexpr int kProcesses = 8;
-  constexpr int kEntries = 200;
-  // Long entries make a torn or interleaved write likely to show.
-  const std::string description(3000, 'x');
+  constexpr int kEntries = 1000;
+  // Longer than the size the kernel writes atomically to a pipe: a torn or interleaved
+  // write shows as a broken entry.
+  const std::string description(PIPE_BUF + 100, 'x');
   // The children start together when the parent closes the pipe, so their writes overlap.
   int start[2];
   ASSERT_EQ(pipe(start), 0);
@@ -105,8 +107,10 @@ TEST_F(ErrorLogTest, ConcurrentProcessesNeverInterleaveOrLoseEntries) {
 
   std::istringstream log(Log());
   std::set<std::string> seen;
+  std::size_t entries = 0;
   std::string first, second;
   while (std::getline(log, first)) {
+    ++entries;
     ASSERT_TRUE(std::getline(log, second));
     ASSERT_EQ(second, "    Formularios: ");
     const std::string prefix = "05/03/24 09:07:02 ";
@@ -116,8 +120,9 @@ TEST_F(ErrorLogTest, ConcurrentProcessesNeverInterleaveOrLoseEntries) {
     seen.insert(first.substr(prefix.size(), number_end - prefix.size()));
   }
   // Every entry once, whole: "pP eN [P".
-  EXPECT_EQ(seen.size(), static_cast<std::size_t>(kProcesses * kEntries));
-  EXPECT_TRUE(seen.count("p7 e199 [7")) << *seen.begin();
+  EXPECT_EQ(entries, static_cast<std::size_t>(kProcesses * kEntries));
+  EXPECT_EQ(seen.size(), entries);
+  EXPECT_TRUE(seen.count("p7 e999 [7")) << *seen.begin();
 }
 
 }  // namespace
