@@ -33,7 +33,7 @@ enum class FailureKind {
   Syntax,
   Busy,          // another process is writing
   Locked,        // a table or row is locked
-  NotADatabase,
+  NotADatabase,  // or a damaged one
   CannotOpen,
   ReadOnly,      // a write on a read-only connection
   Other,
@@ -55,8 +55,9 @@ struct EngineFailure {
 // unknown table 3078, unknown column 3061 (3070 in a criterion), ambiguous column 3079,
 // unknown function 3085 (with the engine's message when no name is given), syntax 3075
 // (3077 in a criterion; sql is quoted, with the token near which it failed), busy 3260,
-// locked 3218, not a database 3343, cannot open 3044 when the file's folder is missing and
-// 3024 otherwise, read-only 3219; anything else 3146 with the engine's message appended.
+// locked 3218, not a database (or a damaged one) 3343, cannot open 3044 when the file's
+// folder is missing and 3024 otherwise, read-only 3219; anything else 3146 with the engine's
+// message appended.
 [[noreturn]] void RaiseEngineError(const EngineFailure& failure, std::string_view sql,
                                    SqlContext context, std::string_view source);
 

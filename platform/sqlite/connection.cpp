@@ -9,8 +9,6 @@
 namespace cp::sqlite {
 namespace {
 
-constexpr int kBusyTimeoutMs = 5000;
-
 // SQLite reports unknown names and syntax errors all as SQLITE_ERROR: only its message
 // tells them apart.
 struct MessageKind {
@@ -59,6 +57,11 @@ void ReadMessage(dao::EngineFailure& failure) {
 
 }  // namespace
 
+ProcessSlot<std::chrono::milliseconds>& BusyTimeoutSlot() {
+  static ProcessSlot<std::chrono::milliseconds> slot(std::chrono::milliseconds(5000));
+  return slot;
+}
+
 dao::EngineFailure DescribeFailure(int rc, std::string_view message, std::string_view path) {
   dao::EngineFailure failure;
   failure.code = "SQLite " + std::to_string(rc);
@@ -67,6 +70,9 @@ dao::EngineFailure DescribeFailure(int rc, std::string_view message, std::string
     case SQLITE_BUSY: failure.kind = dao::FailureKind::Busy; break;
     case SQLITE_LOCKED: failure.kind = dao::FailureKind::Locked; break;
     case SQLITE_NOTADB: failure.kind = dao::FailureKind::NotADatabase; break;
+    // A damaged file (cut short, overwritten) is what Jet calls a format it does not
+    // recognise; SQLite's own text for it is English.
+    case SQLITE_CORRUPT: failure.kind = dao::FailureKind::NotADatabase; break;
     case SQLITE_CANTOPEN: failure.kind = dao::FailureKind::CannotOpen; break;
     case SQLITE_ERROR: ReadMessage(failure); return failure;
     default: return failure;
@@ -85,7 +91,7 @@ std::shared_ptr<Connection> Connection::Open(const std::string& path, Mode mode)
   // The handle exists even when opening failed; the connection owns it from here on.
   std::shared_ptr<Connection> connection(new Connection(raw, path));
   if (rc != SQLITE_OK) connection->Fail(rc, {}, dao::SqlContext::Statement, dao::kDatabaseSource);
-  sqlite3_busy_timeout(raw, kBusyTimeoutMs);
+  sqlite3_busy_timeout(raw, static_cast<int>(BusyTimeoutSlot().Get().count()));
   sqlite3_extended_result_codes(raw, 1);
   // SQLite reads the header lazily: touch the schema now so a foreign file fails here.
   const int check = sqlite3_exec(raw, "SELECT count(*) FROM sqlite_master", nullptr, nullptr,

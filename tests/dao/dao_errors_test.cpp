@@ -38,8 +38,9 @@ TEST(DaoErrors, SqliteFailuresMapToDaoNumbers) {
        daoerr::kAmbiguousField, "'IdZona'"},
       {SQLITE_ERROR, "no such function: jet_like", SqlContext::Statement,
        daoerr::kUndefinedFunction, "'jet_like'"},
+      // A damaged file reads as a format Jet does not recognise, in Spanish.
       {SQLITE_CORRUPT, "database disk image is malformed", SqlContext::Statement,
-       daoerr::kEngineFailure, "database disk image is malformed"},
+       daoerr::kUnrecognisedFormat, "Formato de base de datos no reconocido '/no/such"},
       // An extended code maps as its primary code.
       {SQLITE_BUSY_SNAPSHOT, "database is locked", SqlContext::Statement, daoerr::kBusy, file},
       {SQLITE_LOCKED, "database table is locked: Zona", SqlContext::Statement, daoerr::kLocked,

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 
@@ -87,9 +88,15 @@ TEST_F(SqliteTest, ReaderWaitsThenReportsALockedDatabase) {
   const std::string path = PathOf("bloqueo.sqlite");
   NativeDatabase writer(path, NativeDatabase::Mode::CreateIfMissing);
   writer.ExecuteNative("CREATE TABLE T (N INTEGER); INSERT INTO T VALUES (1)");
-  auto db = dao::OpenDatabase(path);
+  const std::chrono::milliseconds wait(200);
+  auto db = [&] {
+    ProcessSlot<std::chrono::milliseconds>::Scoped shorter(BusyTimeoutSlot(), wait);
+    return dao::OpenDatabase(path);
+  }();
   writer.ExecuteNative("BEGIN EXCLUSIVE; INSERT INTO T VALUES (2)");
+  const auto start = std::chrono::steady_clock::now();
   const Error busy = CaughtError([&] { db->OpenRecordset("SELECT N FROM T"); });
+  EXPECT_GE(std::chrono::steady_clock::now() - start, wait);
   EXPECT_EQ(busy.number(), dao::daoerr::kBusy);
   EXPECT_THAT(busy.description(), HasSubstr(path));
   writer.Rollback();
