@@ -39,24 +39,6 @@ TEST_F(ErrorLogTest, EntryNamesTheActiveFormItsControlAndEveryOpenForm) {
   EXPECT_TRUE(messenger_->shown().empty());
 }
 
-// A log that cannot be created or written is reported in a plain box, not through the handler.
-TEST_F(ErrorLogTest, FileThatCannotBeCreatedOrWrittenIsReported) {
-  const std::string blocker = dir_ + "/fichero";
-  std::ofstream(blocker) << "x";
-  std::vector<std::pair<std::string, std::string>> rows = {
-      {blocker + "/ErrLog[_].txt", "Error al crear " + blocker + "/ErrLog[_].txt"}};
-  if (access("/dev/full", W_OK) == 0)
-    rows.push_back({"/dev/full", "Error al escribir en /dev/full"});
-  for (const auto& [path, text] : rows) {
-    messenger_->ClearShown();
-    EXPECT_FALSE(AppendErrorLog("a", 5, "d", path));
-    ASSERT_EQ(messenger_->shown().size(), 1u);
-    EXPECT_EQ(messenger_->shown()[0].text, text);
-    EXPECT_EQ(messenger_->shown()[0].flags, 0x10);
-    EXPECT_TRUE(messenger_->shown()[0].modal_flag);
-  }
-}
-
 TEST_F(ErrorLogTest, EmptyPathMeansTheTemporaryFolder) {
   for (const std::string& tmpdir : {dir_, dir_ + "/"}) {
     setenv("TMPDIR", tmpdir.c_str(), 1);
