@@ -178,6 +178,14 @@ TEST_F(ListPickerTest, UnregisteredPickerShowsTheLibraryMessageThenTheFirstAssig
             GenericText("VerListadoMult de RutinasErr", 91,
                         "Variable de objeto o bloque With no establecido"));
   EXPECT_FALSE(gModalAbierto());
+  const std::string logged = "05/03/24 09:07:02 La librería NListado.CListado no está registrada "
+                             "correctamente. [429] El componente ActiveX no puede crear el objeto\n";
+  EXPECT_EQ(Log().substr(0, logged.size()), logged);
+  // Once the library is registered, the same button works.
+  messenger_->ClearShown();
+  ScriptedListPickerRegistration picker(ListPickerAnswer::Accept("Norte; "));
+  EXPECT_EQ(OpenZones("Centro; "), "Norte; ");
+  EXPECT_TRUE(messenger_->shown().empty());
 }
 
 // A factory that cannot create gets the library message above; one that fails, this one.
