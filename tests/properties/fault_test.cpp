@@ -76,6 +76,8 @@ TEST_F(FaultTest, EachFaultIsReportedLoggedSurvivedAndOverWithItsCause) {
        "Formato de base de datos no reconocido '" + db + "'."},
       {"cut short", true, [&] { damage(fs::file_size(db) / 2, ""); }, restore, kOpen, 3343,
        "Formato de base de datos no reconocido '" + db + "'."},
+      {"cut short while open", false, [&] { damage(fs::file_size(db) / 4, ""); }, restore,
+       kFill, 3343, "Formato de base de datos no reconocido '" + db + "'."},
       {"busy", false, [&] { writer.emplace(db), writer->Exec("BEGIN EXCLUSIVE"); },
        [&] { writer.reset(); }, kFill, 3260,
        "No se pudo leer: la base de datos '" + db + "' está bloqueada por otro proceso."},
