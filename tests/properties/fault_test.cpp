@@ -41,7 +41,7 @@ TEST_F(FaultTest, EachFaultIsReportedLoggedSurvivedAndOverWithItsCause) {
   const auto hideTable = [&] { exec("ALTER TABLE Calefaccion RENAME TO Calefaccion1"); };
   const std::string noTable =
       "El motor de base de datos no encuentra la tabla o consulta de entrada 'Calefaccion'.";
-  // Another process's write transaction, and a short wait for it.
+  // A writer's transaction on its own connection, and a short wait for it to end.
   std::optional<ScratchDb> writer;
   ProcessSlot<std::chrono::milliseconds>::Scoped wait(sqlite::BusyTimeoutSlot(),
                                                       std::chrono::milliseconds(20));
