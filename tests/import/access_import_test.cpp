@@ -262,13 +262,15 @@ TEST(ImportTarget, AKilledImportLeavesNoTarget) {
     const int status = std::system((std::string("timeout -s KILL ") + seconds + " " + CP_TOOL +
                                     " import --mdb '" + kFixture + "' --db '" + target +
                                     "' >/dev/null").c_str());
-    if (WEXITSTATUS(status) == 128 + SIGKILL) {
+    const bool killed = WEXITSTATUS(status) == 128 + SIGKILL;
+    if (!killed) ASSERT_EQ(WEXITSTATUS(status), 0);
+    // A kill between the target's rename and the tool's exit leaves a whole target.
+    if (killed && !fs::exists(target)) {
       ++killedEarly;
-      EXPECT_FALSE(fs::exists(target)) << "killed after " << seconds << " s";
-    } else {
-      ASSERT_EQ(WEXITSTATUS(status), 0);
-      EXPECT_EQ(ScratchDb(target).Scalar("SELECT count(*) FROM Demanda"), "300");
+      continue;
     }
+    EXPECT_EQ(ScratchDb(target).Scalar("SELECT count(*) FROM Demanda"), "300")
+        << "after " << seconds << " s";
   }
   EXPECT_GT(killedEarly, 0) << "no import was interrupted";
 }
