@@ -29,6 +29,7 @@ TextBox::TextBox(ControlContainer& container, std::string name, int index)
     : Control(container, std::move(name), index) {}
 
 void TextBox::setText(std::string text) {
+  if (const auto nul = text.find('\0'); nul != std::string::npos) text.resize(nul);
   if (text == text_) return;
   text_ = std::move(text);
   selStart_ = 0;
