@@ -44,6 +44,9 @@ class TextBox : public Control {
   int maxLength_ = 0;
 };
 
+// text as a text box keeps it: up to its first NUL character.
+std::string EditBoxText(std::string text);
+
 // Number of characters (code points) of UTF-8 text.
 int CharacterCount(std::string_view text);
 
