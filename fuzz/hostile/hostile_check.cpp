@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "common/entity_catalogue.h"
+#include "common/error_handler.h"
 #include "common/error_log.h"
 #include "common/messenger.h"
 #include "common/scripted_list_picker.h"
@@ -261,7 +262,8 @@ Outcome Checker::Impl::Run(const HostileCase& c, bool twin) {
       if (inDialog) {
         dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
       } else {
-        out.condition = control.SelecWhere();
+        // Under the trap that Aceptar gives it in the dialog.
+        Atrapar("cmdAceptar_Click en frmSeleccion", [&] { out.condition = control.SelecWhere(); });
         dlg.Controls().Get<form::CommandButton>("cmdCancelar").Press();
       }
     }));
@@ -269,6 +271,8 @@ Outcome Checker::Impl::Run(const HostileCase& c, bool twin) {
     if (inDialog) out.condition = sel.SQLW();
   } catch (const Error& e) {
     out.problems.push_back("the dialog raised " + std::to_string(e.number()) + ": " + e.description());
+  } catch (const std::exception& e) {
+    out.problems.push_back(std::string("an exception reached the host: ") + e.what());
   }
   SetFixedNow(std::nullopt);
   setErrLogPath(logFolder);

@@ -28,9 +28,11 @@ TEST(HostileTextTest, RandomCasesNeverBecomeSql) {
             << " with a condition, " << s.twins << " compared with their twin, " << s.hostErrors
             << " host queries refused by the data (not the syntax)\n";
   EXPECT_EQ(s.failures, 0) << failures.str();
-  // The run must reach the conditions it is about, not fail quietly before them.
-  EXPECT_GT(s.conditions, s.cases / 2);
-  EXPECT_GT(s.twins, s.cases / 4);
+  // A run must reach the conditions it is about, not fail quietly before them.
+  if (s.cases >= 100) {
+    EXPECT_GT(s.conditions, s.cases / 2);
+    EXPECT_GT(s.twins, s.cases / 4);
+  }
 }
 
 }  // namespace
