@@ -37,18 +37,30 @@ namespace {
 
 using jetsql::Token;
 
-// What the twin puts where the case has a quote or a "|"; never typed, never stored.
-constexpr const char* kTwinMark = "\xc2\xa7";  // §
+// What the twin puts where the case has a quote or a "|": one mark for each, so that the twin
+// finds in its database what the case finds in its own. Never typed, never stored.
+constexpr const char* kQuoteMark = "\xc2\xa7";        // § for '
+constexpr const char* kDoubleQuoteMark = "\xc2\xa4";  // ¤ for "
+constexpr const char* kBarMark = "\xc2\xa6";          // ¦ for |
 
 std::string Twin(const std::string& text) {
   std::string out;
   for (char ch : text) {
-    if (ch == '\'' || ch == '"' || ch == '|')
-      out += kTwinMark;
+    if (ch == '\'')
+      out += kQuoteMark;
+    else if (ch == '"')
+      out += kDoubleQuoteMark;
+    else if (ch == '|')
+      out += kBarMark;
     else
       out += ch;
   }
   return out;
+}
+bool HasTwinMark(const std::string& text) {
+  for (const char* mark : {kQuoteMark, kDoubleQuoteMark, kBarMark})
+    if (text.find(mark) != std::string::npos) return true;
+  return false;
 }
 bool NeedsTwin(const std::string& text) { return text.find_first_of("'\"|") != std::string::npos; }
 
@@ -189,15 +201,15 @@ struct Checker::Impl {
           raw.Column("SELECT count(*) < 200 FROM " + Quoted(table)).front() == "1";
       for (const std::string& column : columns) {
         names.insert(Upper(column));
-        // The twin stores § where the file has a quote or a "|", as its cases type it.
+        // The twin stores its marks where the file has a quote or a "|", as its cases type them.
         twin.Exec("UPDATE " + Quoted(table) + " SET " + Quoted(column) + " = replace(replace(replace(" +
-                  Quoted(column) + ", '''', '§'), '\"', '§'), '|', '§') WHERE " + Quoted(column) +
+                  Quoted(column) + ", '''', '§'), '\"', '¤'), '|', '¦') WHERE " + Quoted(column) +
                   " GLOB '*[''\"|]*'");
         if (!small) continue;
         for (std::string& text : raw.Column("SELECT DISTINCT " + Quoted(column) + " FROM " +
                                             Quoted(table) + " WHERE typeof(" + Quoted(column) +
                                             ") = 'text' LIMIT 20"))
-          if (text.find(kTwinMark) == std::string::npos) texts.push_back(std::move(text));
+          if (!HasTwinMark(text)) texts.push_back(std::move(text));
       }
     }
     db = dao::OpenDatabase(path);
@@ -366,7 +378,7 @@ Verdict Checker::Check(const HostileCase& c) {
           std::size_t i = 0;
           while (i < shape.size() && i < twinShape.size() && shape[i] == twinShape[i]) ++i;
           out.problems.push_back(
-              "not the shape of its twin (with § for ' \" |) from token " + std::to_string(i) +
+              "not the shape of its twin (with § ¤ ¦ for ' \" |) from token " + std::to_string(i) +
               ": " + (i < shape.size() ? Shown(shape[i].second) : "<end>") + " against " +
               (i < twinShape.size() ? Shown(twinShape[i].second) : "<end>") +
               "\n  twin condition: " + Shown(twinOut.condition));

@@ -29,7 +29,7 @@ const std::vector<std::string> kPunctuation = {
     "*/", "\\", "(", ")", ",", ".", "=", "<>", "&", "+", "!", "^", ":", "@", "$", "`", "{",
     "}", "~", " ", "   "};
 // Wildcard classes over letters and digits only: a range over punctuation would match a
-// quote in one database and not "§" in its twin.
+// quote in one database and not its mark in the twin.
 const std::vector<std::string> kPatterns = {"[a-z]", "[!0-9]", "[]", "[*]", "[?]", "[#]",
                                             "[[]", "[]]", "[!a-m]", "*a*", "?", "#"};
 const std::vector<std::string> kControls = {"\t", "\r", "\n", "\r\n", "\x01", "\x1f", "\x7f",

@@ -11,8 +11,8 @@
 //  - outside its literals, only the words and symbols the component writes and the names of
 //    the database's own tables and columns;
 //  - the same structure, token for token, as its twin: the same case with every ', " and |
-//    typed (and stored in a twin of the database) replaced by "§", whose literals are those of
-//    the case with the same replacement. A quote that closed a literal early, or a "|" that
+//    typed (and stored in a twin of the database) replaced by §, ¤ and ¦, whose literals are
+//    those of the case with the same replacement. A quote that closed a literal early, or a "|" that
 //    left one, changes the structure; a literal not made of what was typed changes its text.
 #include <cstdint>
 #include <iosfwd>

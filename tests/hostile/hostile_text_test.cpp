@@ -35,5 +35,22 @@ TEST(HostileTextTest, RandomCasesNeverBecomeSql) {
   }
 }
 
+// Inputs that once reached the SQL, as the random run found them (made smaller).
+TEST(HostileTextTest, InputsThatOnceReachedTheSql) {
+  const std::string nul(1, '\0');
+  const HostileCase cases[] = {
+      // A NUL typed into a box ended the statement inside its literal.
+      {"Clientes", false, {}, -1, -1, {}, {{"txtPalabras", -1, "a" + nul + "'b"}}},
+      // Each "|" is written as chr(124) between two literals: six hundred nested too deep
+      // for SQLite, the look-up failed and the criterion was lost.
+      {"Inm. Ajenos", false, {}, -1, -1, {}, {{"txtPais", -1, std::string(600, '|')}}},
+  };
+  Checker checker;
+  for (const HostileCase& c : cases) {
+    const Verdict v = checker.Check(c);
+    EXPECT_TRUE(v.ok) << Describe(c) << "\n" << v.problem << "\ncondition: " << v.condition;
+  }
+}
+
 }  // namespace
 }  // namespace cp::hostile
