@@ -251,8 +251,10 @@ void LocationCascade::Restore(const std::string& controlName, const std::string&
   const int level = LevelOf(controlName);
   if (level < 0) Raise(err::kInvalidProcedureCall);
   CFieldLinker& linker = impl_->linkers[level];
-  linker.setValue(value);
-  linker.setPreviousValue(value);
+  // The linker holds what the box can hold, or its look-ups would search for more.
+  const std::string text = form::EditBoxText(value);
+  linker.setValue(text);
+  linker.setPreviousValue(text);
   impl_->boxes[level]->setText(linker.Value());
 }
 

@@ -41,7 +41,9 @@ form::Control* NextFocusable(form::ControlContainer& controls, form::Control& fr
   return nullptr;
 }
 
-void Enter(form::ControlContainer& controls, const UserEntry& set, std::ostream& err) {
+}  // namespace
+
+void EnterUserEntry(form::ControlContainer& controls, const UserEntry& set, std::ostream& err) {
   form::Control& control = controls.Item(set.name, set.index);
   Reveal(control);
   if (auto* text = dynamic_cast<form::TextBox*>(&control)) {
@@ -70,8 +72,6 @@ void Enter(form::ControlContainer& controls, const UserEntry& set, std::ostream&
     throw Error(err::kInvalidProcedureCall, "El control " + set.name + " no admite --set.");
   }
 }
-
-}  // namespace
 
 UserEntry ParseUserEntry(const std::string& text) {
   const auto eq = text.find('=');
@@ -102,7 +102,7 @@ bool AcceptWithEntries(CSeleccion& sel, const std::vector<UserEntry>& entries,
       if (!entries.empty() && !shown)
         throw Error(err::kInvalidProcedureCall,
                     "La entidad '" + sel.Entidad() + "' no muestra ningún control de criterios.");
-      for (const UserEntry& entry : entries) Enter(shown->Controls(), entry, warnings);
+      for (const UserEntry& entry : entries) EnterUserEntry(shown->Controls(), entry, warnings);
       dlg.Controls().Get<form::CommandButton>("cmdAceptar").Press();
     } catch (const Error& e) {
       // Raised again after the dialog has gone, as the host sees it.

@@ -10,6 +10,9 @@
 namespace cp {
 
 class CSeleccion;
+namespace form {
+class ControlContainer;
+}
 
 // NAME=VALUE, or NAME(I)=VALUE for the I-th control of an array.
 struct UserEntry {
@@ -20,6 +23,12 @@ struct UserEntry {
 
 // Parses "NAME=VALUE" or "NAME(I)=VALUE"; raises 5 with a Spanish message otherwise.
 UserEntry ParseUserEntry(const std::string& text);
+
+// Enters one value into the control of that name among controls, as a user does (see above).
+// A text box that refuses its value when left writes a warning ("Aviso: ...") to warnings; an
+// unknown control or a bad check box or date value raises.
+void EnterUserEntry(form::ControlContainer& controls, const UserEntry& entry,
+                    std::ostream& warnings);
 
 // Shows the dialog of sel (Entidad already set) through a scripted modal runner, enters each
 // entry into the criteria control that the dialog shows, and presses "Aceptar". Returns what

@@ -29,6 +29,7 @@ TextBox::TextBox(ControlContainer& container, std::string name, int index)
     : Control(container, std::move(name), index) {}
 
 void TextBox::setText(std::string text) {
+  text = EditBoxText(std::move(text));
   if (text == text_) return;
   text_ = std::move(text);
   selStart_ = 0;
@@ -67,6 +68,11 @@ void TextBox::setMaxLength(int maxLength) {
   if (maxLength == maxLength_) return;
   maxLength_ = maxLength;
   NotifyChanged("MaxLength");
+}
+
+std::string EditBoxText(std::string text) {
+  if (const auto nul = text.find('\0'); nul != std::string::npos) text.resize(nul);
+  return text;
 }
 
 }  // namespace cp::form

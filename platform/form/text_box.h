@@ -14,7 +14,9 @@ class TextBox : public Control {
   const std::string& Text() const { return text_; }
   // Sets the text; when it differs, the caret goes to the start (SelStart 0, SelLength 0),
   // observers hear "Text" and Change fires. The same text changes nothing and fires nothing.
-  // Locked and MaxLength do not restrict code, only typing (the view applies them).
+  // Locked and MaxLength do not restrict code, only typing (the view applies them). The text
+  // ends before its first NUL character, as a window's edit box keeps it, so no box ever
+  // hands one on (the SQL engines end a statement there).
   void setText(std::string text);
 
   // Caret and selection in characters. A negative value raises 380; values past the end are
@@ -41,6 +43,9 @@ class TextBox : public Control {
   bool locked_ = false;
   int maxLength_ = 0;
 };
+
+// text as a text box keeps it: up to its first NUL character.
+std::string EditBoxText(std::string text);
 
 // Number of characters (code points) of UTF-8 text.
 int CharacterCount(std::string_view text);

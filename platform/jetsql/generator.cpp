@@ -255,6 +255,34 @@ std::optional<double> ConstantNumber(const Expr& e) {
   }
 }
 
+// The value of a text written only with literals: 'a', chr(n) of a constant n, and joins of
+// them with + or &, in parentheses or not; nullopt for anything else. A "|" in a quoted text
+// reaches the engine as 'a' + chr(124) + 'b', so a text of many of them would otherwise nest
+// as deep as it is long, past what an engine parses.
+std::optional<std::string> ConstantText(const Expr& e) {
+  switch (e.kind) {
+    case Expr::Kind::String: return e.text;
+    case Expr::Kind::Group: return ConstantText(*e.args[0]);
+    case Expr::Kind::Chr: {
+      auto constant = ConstantNumber(*e.args[0]);
+      if (!constant) return std::nullopt;
+      const double code = RoundHalfEven(*constant);
+      return ChrText(code >= -1e9 && code <= 1e9 ? static_cast<long>(code) : -1);
+    }
+    case Expr::Kind::Plus:
+    case Expr::Kind::Concat: {
+      std::string text;
+      for (const auto& arg : e.args) {
+        auto part = ConstantText(*arg);
+        if (!part) return std::nullopt;
+        text += *part;
+      }
+      return text;
+    }
+    default: return std::nullopt;
+  }
+}
+
 Sql Generator::Chr(const Expr& e) const {
   const Expr& arg = *e.args[0];
   if (auto constant = ConstantNumber(arg)) {
@@ -300,8 +328,10 @@ Sql Generator::Expression(const Expr& e) const {
     case Expr::Kind::Arith:
       return Arith(e);
     case Expr::Kind::Plus:
+      if (auto text = ConstantText(e)) return Sql{StringLiteral(*text), kPrimary};
       return Plus(e);
     case Expr::Kind::Concat: {
+      if (auto text = ConstantText(e)) return Sql{StringLiteral(*text), kPrimary};
       bool literals = true;
       for (const auto& arg : e.args) {
         literals = literals && (arg->kind == Expr::Kind::String ||

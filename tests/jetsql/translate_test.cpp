@@ -63,11 +63,15 @@ TEST(TranslateSqlite, ConditionsByConstruct) {
       // Null tests in both forms.
       {"NOT ISNULL(T.Min)", "NOT (T.Min IS NULL)"}, {"(T.a = 1) IS NULL", "(T.a = 1) IS NULL"},
       {"T.IdZona IS NOT NULL", "T.IdZona IS NOT NULL"},
-      // Concatenation: texts known on both sides join with ||; chr of a constant is its character.
-      {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE JET_NOCASE = 'O''Brien' || '|' || '2'"},
+      // Concatenation: a text written only with literals becomes one literal (a typed "|" comes
+      // as chr(124), and hundreds of them must not nest hundreds deep); chr of a constant is its
+      // character; other texts known on both sides join with ||.
+      {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE JET_NOCASE = 'O''Brien|2'"},
+      {"T.x = ('a' + chr(124)) & chr(39)", "T.x COLLATE JET_NOCASE = 'a|'''"},
       {"T.x = Chr$(128)", "T.x COLLATE JET_NOCASE = '€'"},
       {"T.x = chr(T.n)", "T.x COLLATE JET_NOCASE = jet_chr(T.n)"},
-      {"T.x = 'a' & 'b'", "T.x COLLATE JET_NOCASE = 'a' || 'b'"},
+      {"T.x = 'a' & 'b'", "T.x COLLATE JET_NOCASE = 'ab'"},
+      {"T.x = 'a' + (T.y & 'b')", "T.x COLLATE JET_NOCASE = 'a' || (jet_concat(T.y, 'b'))"},
       {"T.x = 'a' & T.y", "T.x COLLATE JET_NOCASE = jet_concat('a', T.y)"},
       // Only the values say whether + adds or joins.
       {"T.x = T.y + 'a'", "T.x COLLATE JET_NOCASE = jet_add(T.y, 'a')"},
@@ -214,7 +218,7 @@ TEST(TranslatePostgres, ConditionsUseServerTypesAndJetFunctions) {
        "pg_temp.jet_like('*1*', Numero))"},
       {"T.Activo = TRUE AND IsNull(T.x)", "T.Activo IN (1, -1) AND (T.x IS NULL)"},
       {"T.x = 'O''Brien' + chr(124) + '2'",
-       "T.x COLLATE pg_temp.jet_nocase = 'O''Brien' || '|' || '2'"},
+       "T.x COLLATE pg_temp.jet_nocase = 'O''Brien|2'"},
       {"T.x = T.y & 'a'", "T.x COLLATE pg_temp.jet_nocase = pg_temp.jet_concat(VARIADIC "
                           "ARRAY[pg_temp.jet_text(T.y), pg_temp.jet_text('a')])"},
       {"T.n = T.a + T.b", "T.n = pg_temp.jet_add(T.a, T.b)"},
