@@ -16,8 +16,10 @@ std::string DefaultDemoDatabase() {
   // An installed copy, away from the build that made it: the user's cache folder.
   std::filesystem::path cache;
   if (const char* xdg = std::getenv("XDG_CACHE_HOME"); xdg && *xdg) cache = xdg;
-  else if (const char* home = std::getenv("HOME"); home && *home) cache = std::filesystem::path(home) / ".cache";
-  else return beside_build.filename().string();  // the current folder
+  else if (const char* home = std::getenv("HOME"); home && *home)
+    cache = std::filesystem::path(home) / ".cache";
+  else
+    return beside_build.filename().string();  // the current folder
   cache /= "criteriopredios-demo";
   std::error_code ignored;  // a folder that cannot be made is reported when the file is created
   std::filesystem::create_directories(cache, ignored);
