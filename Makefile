@@ -42,5 +42,11 @@ bench: deps
 	cmake --build $(BUILD) -j $(JOBS)
 	/usr/bin/python3 scripts/bench-report.py $(BUILD) docs
 
+# A .deb of the tool, the demo host, the headers, the static libraries and the CMake and
+# pkg-config files: $(BUILD)/criteriopredios_<version>_<arch>.deb.
+.PHONY: package
+package: build
+	cd $(BUILD) && cpack -G DEB
+
 clean:
 	rm -rf $(BUILD) $(SANITIZE_BUILD)

@@ -10,6 +10,7 @@ packages=(
   mdbtools mdbtools-dev libpq-dev postgresql postgresql-client
   qt6-base-dev qt6-base-dev-tools libgl-dev xvfb xauth fonts-dejavu-core
   locales
+  file dpkg-dev  # `make package`: CPack finds the .deb's dependencies with dpkg-shlibdeps
 )
 # `make bench` also draws a plot and writes its report with Debian's Python.
 [ "${1:-}" = bench ] && packages+=(gnuplot-nox python3)

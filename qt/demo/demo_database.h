@@ -6,7 +6,8 @@
 
 namespace cp {
 
-// build/demo.db of the build that made this program.
+// build/demo.db of the build that made this program; once installed elsewhere (that folder
+// gone), demo.db in the user's cache folder (~/.cache/criteriopredios-demo/).
 std::string DefaultDemoDatabase();
 
 // Makes sure path holds a database: when no file is there, creates it with the demo data
