@@ -131,6 +131,8 @@ Error FromFailure(const EngineFailure& f, std::string_view sql, SqlContext conte
     case FailureKind::CannotOpen: return CannotOpen(f.name);
     case FailureKind::ReadOnly:
       return Dao(daoerr::kInvalidOperation, source);
+    case FailureKind::TooComplex:
+      return Error(daoerr::kQueryTooComplex, "Consulta demasiado compleja.", src);
     case FailureKind::Other: break;
   }
   return EngineFailureError(f.message, source);

@@ -36,6 +36,7 @@ enum class FailureKind {
   NotADatabase,  // or a damaged one
   CannotOpen,
   ReadOnly,      // a write on a read-only connection
+  TooComplex,    // beyond the engine's limits of depth or size for one statement
   Other,
 };
 
@@ -56,7 +57,7 @@ struct EngineFailure {
 // unknown function 3085 (with the engine's message when no name is given), syntax 3075
 // (3077 in a criterion; sql is quoted, with the token near which it failed), busy 3260,
 // locked 3218, not a database (or a damaged one) 3343, cannot open 3044 when the file's
-// folder is missing and 3024 otherwise, read-only 3219; anything else 3146 with the engine's
+// folder is missing and 3024 otherwise, read-only 3219, too complex 3360; anything else 3146 with the engine's
 // message appended.
 [[noreturn]] void RaiseEngineError(const EngineFailure& failure, std::string_view sql,
                                    SqlContext context, std::string_view source);

@@ -80,6 +80,10 @@ constexpr StateKind kStateKinds[] = {
     {"40P01", dao::FailureKind::Locked},  // deadlock
     {"55P03", dao::FailureKind::Locked},  // lock not available
     {"40001", dao::FailureKind::Locked},  // serialization failure
+    {"54000", dao::FailureKind::TooComplex},  // program limit exceeded
+    {"54001", dao::FailureKind::TooComplex},  // statement too complex, stack depth
+    {"54011", dao::FailureKind::TooComplex},  // too many columns
+    {"54023", dao::FailureKind::TooComplex},  // too many arguments
 };
 
 // Raises the DAO error for a failed statement by its SQLSTATE.

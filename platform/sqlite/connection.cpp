@@ -23,6 +23,10 @@ constexpr MessageKind kNamedFailures[] = {
 };
 constexpr std::string_view kSyntaxMarks[] = {"syntax error", "unrecognized token",
                                              "incomplete input"};
+// SQLite's limits on one statement (expression depth, terms, arguments, parser stack); a
+// criterion with a thousand list items reaches them.
+constexpr std::string_view kTooComplexMarks[] = {"too large", "too many", "stack overflow",
+                                                 "too complex"};
 
 // The token a syntax message points at: `near "X": syntax error` or `unrecognized token: "X"`.
 std::string NearToken(std::string_view message) {
@@ -51,6 +55,11 @@ void ReadMessage(dao::EngineFailure& failure) {
     if (message.find(mark) == std::string_view::npos) continue;
     failure.kind = dao::FailureKind::Syntax;
     failure.name = NearToken(message);
+    return;
+  }
+  for (const auto mark : kTooComplexMarks) {
+    if (message.find(mark) == std::string_view::npos) continue;
+    failure.kind = dao::FailureKind::TooComplex;
     return;
   }
 }

@@ -41,6 +41,9 @@ TEST(DaoErrors, SqliteFailuresMapToDaoNumbers) {
       // A damaged file reads as a format Jet does not recognise, in Spanish.
       {SQLITE_CORRUPT, "database disk image is malformed", SqlContext::Statement,
        daoerr::kUnrecognisedFormat, "Formato de base de datos no reconocido '/no/such"},
+      // A thousand list items in one criterion pass SQLite's depth limit.
+      {SQLITE_ERROR, "Expression tree is too large (maximum depth 1000)",
+       SqlContext::Criterion, daoerr::kQueryTooComplex, "Consulta demasiado compleja."},
       // An extended code maps as its primary code.
       {SQLITE_BUSY_SNAPSHOT, "database is locked", SqlContext::Statement, daoerr::kBusy, file},
       {SQLITE_LOCKED, "database table is locked: Zona", SqlContext::Statement, daoerr::kLocked,
