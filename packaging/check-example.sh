@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs a build into a scratch prefix and uses it as a host developer would: builds the
-# example host with find_package and again with pkg-config, compiles every installed header on
-# its own, and runs the example on a demo database made by the installed tool.
+# example hosts with find_package and again with pkg-config, compiles every installed header on
+# its own, and runs the examples on a demo database made by the installed tool.
 # Usage: check-example.sh BUILD_DIR SOURCE_DIR WORK_DIR CXX [COMPILER_LAUNCHER]
 set -euo pipefail
 build=$1 source=$2 work=$3 cxx=$4 launcher=${5:-}
@@ -33,3 +33,5 @@ $launcher "$cxx" -std=c++20 -o "$work/selection_host_pc" "$source/examples/selec
 "$prefix/bin/criteriopredios" init-db --db "$work/demo.db" --demo --size 200 >/dev/null
 "$work/example/selection_host" "$work/demo.db"
 "$work/selection_host_pc" "$work/demo.db" >/dev/null
+# The property control on a form of the host's own, typed into without a display.
+QT_QPA_PLATFORM=offscreen "$work/example/criteria_form" "$work/demo.db" --type 12

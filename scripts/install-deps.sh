@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   mdbtools mdbtools-dev libpq-dev postgresql postgresql-client
   qt6-base-dev qt6-base-dev-tools libgl-dev xvfb xauth fonts-dejavu-core
+  qt6-tools-dev  # the Qt Designer plug-in's interfaces
   locales
   file dpkg-dev  # `make package`: CPack finds the .deb's dependencies with dpkg-shlibdeps
 )
