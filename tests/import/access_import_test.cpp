@@ -263,7 +263,9 @@ TEST(ImportTarget, AKilledImportLeavesNoTarget) {
                                     " import --mdb '" + kFixture + "' --db '" + target +
                                     "' >/dev/null").c_str());
     const bool killed = WEXITSTATUS(status) == 128 + SIGKILL;
-    if (!killed) ASSERT_EQ(WEXITSTATUS(status), 0);
+    if (!killed) {
+      ASSERT_EQ(WEXITSTATUS(status), 0);
+    }
     // A kill between the target's rename and the tool's exit leaves a whole target.
     if (killed && !fs::exists(target)) {
       ++killedEarly;
