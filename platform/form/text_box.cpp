@@ -29,6 +29,8 @@ TextBox::TextBox(ControlContainer& container, std::string name, int index)
     : Control(container, std::move(name), index) {}
 
 void TextBox::setText(std::string text) {
+  // An edit control's text is a C string: it holds nothing from the first NUL on.
+  if (const auto nul = text.find('\0'); nul != std::string::npos) text.resize(nul);
   if (text == text_) return;
   text_ = std::move(text);
   selStart_ = 0;

@@ -14,7 +14,8 @@ class TextBox : public Control {
   const std::string& Text() const { return text_; }
   // Sets the text; when it differs, the caret goes to the start (SelStart 0, SelLength 0),
   // observers hear "Text" and Change fires. The same text changes nothing and fires nothing.
-  // Locked and MaxLength do not restrict code, only typing (the view applies them).
+  // Locked and MaxLength do not restrict code, only typing (the view applies them). The text
+  // ends at its first NUL, if any, as an edit control's does.
   void setText(std::string text);
 
   // Caret and selection in characters. A negative value raises 380; values past the end are
