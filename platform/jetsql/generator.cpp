@@ -261,7 +261,8 @@ Sql Generator::Chr(const Expr& e) const {
     double code = RoundHalfEven(*constant);
     auto text = ChrText(code >= -1e9 && code <= 1e9 ? static_cast<long>(code) : -1);
     if (!text) Raise(err::kInvalidProcedureCall, {}, kErrorSource);
-    return Sql{StringLiteral(*text), kPrimary};
+    // SQL text cannot hold a NUL: chr(0) is left to the engine's function.
+    if (text->find('\0') == std::string::npos) return Sql{StringLiteral(*text), kPrimary};
   }
   return Call("jet_chr", {&arg});
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/jetsql/errors.h"
+#include "platform/jetsql/generator.h"
 #include "platform/jetsql/lexer.h"
 #include "platform/jetsql/literals.h"
 
@@ -307,15 +308,22 @@ class Parser {
     return e;
   }
 
-  // The levels of the tree under e, as the translation nests them: chains of AND and of OR
-  // are written flat, so a link of a chain adds no level; other chains (+ among them) nest,
-  // and a subquery's condition sits kSubqueryLevels below its IN.
+  // The levels of the tree under e, as the translation nests them: chains of AND, of OR and
+  // of + between numbers or between texts are written flat, so a link of such a chain adds
+  // no level; other chains (+ of values of unknown type: nested calls) nest, and a
+  // subquery's condition sits kSubqueryLevels below its IN.
+  static bool FlatPlus(const Expr& e) {
+    if (e.kind != Expr::Kind::Plus) return false;
+    const StaticType type = Generator::TypeOf(e);
+    return type == StaticType::Number || type == StaticType::Text;
+  }
+
   static int Height(const Expr& e) {
     int below = 0;
     if (e.subquery && e.subquery->where) below = kSubqueryLevels + Height(*e.subquery->where);
     for (const ExprPtr& arg : e.args) {
-      const bool link = (e.kind == Expr::Kind::And || e.kind == Expr::Kind::Or) &&
-                        arg->kind == e.kind;
+      const bool link = arg->kind == e.kind && (e.kind == Expr::Kind::And ||
+                                                e.kind == Expr::Kind::Or || FlatPlus(e));
       below = std::max(below, Height(*arg) - (link ? 1 : 0));
     }
     return below + 1;

@@ -67,6 +67,7 @@ TEST(TranslateSqlite, ConditionsByConstruct) {
       {"T.x = 'O''Brien' + chr(124) + '2'", "T.x COLLATE JET_NOCASE = 'O''Brien' || '|' || '2'"},
       {"T.x = Chr$(128)", "T.x COLLATE JET_NOCASE = '€'"},
       {"T.x = chr(T.n)", "T.x COLLATE JET_NOCASE = jet_chr(T.n)"},
+      {"T.x = chr(0.2)", "T.x COLLATE JET_NOCASE = jet_chr(0.2)"},  // no NUL in SQL text
       {"T.x = 'a' & 'b'", "T.x COLLATE JET_NOCASE = 'a' || 'b'"},
       {"T.x = 'a' & T.y", "T.x COLLATE JET_NOCASE = jet_concat('a', T.y)"},
       // Only the values say whether + adds or joins.
