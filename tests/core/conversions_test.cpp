@@ -3,6 +3,7 @@
 #include "platform/core/text_format.h"
 #include "platform/core/date.h"
 
+#include <cmath>
 #include <cstdint>
 #include <tuple>
 
