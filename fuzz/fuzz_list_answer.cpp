@@ -52,7 +52,6 @@ struct Dialogs {
   std::unique_ptr<CSeleccion> contacts = fuzz::FuzzHost::Get().NewSelection();
   std::unique_ptr<CSeleccion> properties = fuzz::FuzzHost::Get().NewSelection();
   Control controls[2];
-  ScriptedListPickerRegistration picker;
 
   Dialogs() {
     contacts->setEntidad("Clientes");
@@ -67,6 +66,8 @@ struct Dialogs {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Dialogs dialogs;
+  // Registered afresh for each input: the registration keeps what every window received.
+  ScriptedListPickerRegistration picker;
   FuzzedDataProvider input(data, size);
   for (Control& c : dialogs.controls) c.control->NuevaSeleccion();
   const std::string_view whole(reinterpret_cast<const char*>(data), size);
@@ -76,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       form::CommandButton& button =
           *c.buttons[input.ConsumeIntegral<std::uint8_t>() % c.buttons.size()];
       const int kind = input.ConsumeIntegral<std::uint8_t>();
-      dialogs.picker.setAnswer(Answer(kind, input.ConsumeRandomLengthString(256)));
+      picker.setAnswer(Answer(kind, input.ConsumeRandomLengthString(256)));
       if (button.EffectivelyEnabled()) button.Press();  // as a user can
     }
     for (Control& c : dialogs.controls) {
