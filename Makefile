@@ -1,11 +1,15 @@
 # Set-up and everyday commands. `make test` and `make demo` work on a fresh Debian machine.
 BUILD ?= build
 SANITIZE_BUILD ?= build-sanitize
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 300
+FUZZ_TARGETS := fuzz_translate fuzz_conversions fuzz_restore fuzz_list_answer
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
 LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+C_LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_C_COMPILER_LAUNCHER=ccache)
 
-.PHONY: deps build test test-sanitize demo bench clean
+.PHONY: deps build test test-sanitize demo bench fuzz clean
 
 deps:
 	./scripts/install-deps.sh
@@ -48,5 +52,17 @@ bench: deps
 package: build
 	cd $(BUILD) && cpack -G DEB
 
+# The libFuzzer targets under fuzz/, built with clang in a tree of their own (every library
+# with libFuzzer's coverage and the address and undefined-behaviour sanitizers), each run for
+# FUZZ_SECONDS on a scratch copy of its seed corpus. Fails when any target finds a fault.
+# Then HOSTILE_CASES random cases of hostile user text (make test runs 2,000 of them).
+HOSTILE_CASES ?= 100000
+fuzz: build
+	./scripts/install-deps.sh fuzz
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCP_FUZZ=ON $(LAUNCHER) $(C_LAUNCHER)
+	cmake --build $(FUZZ_BUILD) -j $(JOBS)
+	./scripts/run-fuzz.sh $(FUZZ_BUILD) $(FUZZ_SECONDS) $(FUZZ_TARGETS)
+	CP_HOSTILE_CASES=$(HOSTILE_CASES) $(BUILD)/tests/test_hostile --gtest_filter='*Random*'
+
 clean:
-	rm -rf $(BUILD) $(SANITIZE_BUILD)
+	rm -rf $(BUILD) $(SANITIZE_BUILD) $(FUZZ_BUILD)

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
@@ -17,6 +18,7 @@
 #include "platform/dao/connect.h"
 #include "sample/host_query.h"
 #include "selection/c_seleccion.h"
+#include "selection/saved_selection_json.h"
 #include "selection/user_entries.h"
 
 namespace cp::cli {
@@ -43,38 +45,11 @@ class HostSession {
 };
 
 Variant ReadSavedSelection(const std::string& path) {
-  std::ifstream in(path);
+  std::ifstream in(path, std::ios::binary);
   if (!in) throw Error(err::kFileNotFound, "No se puede leer la selección guardada '" + path + "'.");
-  Json json;
-  try {
-    json = Json::parse(in);
-  } catch (const Json::exception& e) {
-    throw Error(err::kTypeMismatch, "La selección guardada '" + path + "' no es JSON válido: " + e.what());
-  }
-  if (json.is_object() && json.contains("seleccion")) json = json["seleccion"];
-  if (json.is_null()) return Variant();
-  if (!json.is_array())
-    throw Error(err::kTypeMismatch, "La selección guardada debe ser un array de [Nombre, Indice, Valor].");
-  Array2D saved(0, static_cast<int>(json.size()) - 1, 0, 2);
-  for (int i = 0; i < static_cast<int>(json.size()); ++i) {
-    const Json& e = json[static_cast<std::size_t>(i)];
-    if (!e.is_array() || e.size() != 3 || !e[0].is_string() || !e[1].is_number_integer() ||
-        !e[2].is_string())
-      throw Error(err::kTypeMismatch, "Entrada " + std::to_string(i) + " de la selección guardada: se esperaba [Nombre, Indice, Valor].");
-    saved.at(i, 0) = Variant(e[0].get<std::string>());
-    saved.at(i, 1) = Variant(static_cast<std::int16_t>(e[1].get<int>()));
-    saved.at(i, 2) = Variant(e[2].get<std::string>());
-  }
-  return Variant(std::move(saved));
-}
-
-Json SelectionJson(const Variant& saved) {
-  if (!saved.IsArray()) return nullptr;
-  Json rows = Json::array();
-  const Array2D& a = saved.AsArray();
-  for (int i = a.LBound(1); i <= a.UBound(1); ++i)
-    rows.push_back({CStr(a.at(i, 0)), CInt(a.at(i, 1)), CStr(a.at(i, 2))});
-  return rows;
+  std::stringstream text;
+  text << in.rdbuf();
+  return SavedSelectionFromJson(text.str(), path);
 }
 
 // Prints the result of where or cross, and with query the rows of the host query.
@@ -89,7 +64,7 @@ int PrintResult(CSeleccion& sel, bool json, bool query, std::ostream& out) {
   }
   if (json) {
     Json result = {{"entidad", sel.Entidad()}, {"sqlw", sel.SQLW()},
-                   {"seleccion", SelectionJson(sel.Seleccion())}};
+                   {"seleccion", SavedSelectionToJson(sel.Seleccion())}};
     if (query) result["filas"] = rowsJson;
     out << result.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
   } else {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need (with "bench", also those of
-# `make bench`). Safe to run repeatedly: it does nothing when every package and the Spanish
+# `make bench`; with "fuzz", those of `make fuzz`). Safe to run repeatedly: it does nothing when every package and the Spanish
 # locale are already there.
 set -euo pipefail
 packages=(
@@ -15,6 +15,8 @@ packages=(
 )
 # `make bench` also draws a plot and writes its report with Debian's Python.
 [ "${1:-}" = bench ] && packages+=(gnuplot-nox python3)
+# `make fuzz` builds with clang and links libFuzzer and clang's sanitizer runtimes.
+[ "${1:-}" = fuzz ] && packages+=(clang libclang-rt-14-dev)
 sudo=""
 [ "$(id -u)" -ne 0 ] && sudo="sudo"
 missing=()

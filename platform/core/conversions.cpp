@@ -90,7 +90,11 @@ Date CDate(const Variant& value) {
       if (auto d = ParseDate(value.AsString())) return *d;
       Raise(err::kTypeMismatch);
     default:
-      if (value.IsNumberType() || value.IsEmpty()) return Date{ToDouble(value)};
+      if (value.IsNumberType() || value.IsEmpty()) {
+        const double serial = ToDouble(value);
+        if (!IsValidSerial(serial)) Raise(err::kOverflow);
+        return Date{serial};
+      }
       Raise(err::kTypeMismatch);
   }
 }

@@ -18,8 +18,8 @@ std::int16_t CInt(const Variant& value);
 std::int32_t CLng(const Variant& value);
 double CDbl(const Variant& value);
 bool CBool(const Variant& value);
-// Dates from Date, numbers (serials) and text in "yyyy-mm-dd[ hh:mm[:ss]]" or
-// "dd/mm/yyyy[ hh:mm[:ss]]"; anything else raises 13.
+// Dates from Date, numbers (serials: one outside years 100 to 9999 raises 6) and text in
+// "yyyy-mm-dd[ hh:mm[:ss]]" or "dd/mm/yyyy[ hh:mm[:ss]]"; anything else raises 13.
 Date CDate(const Variant& value);
 // Text of a value: numbers as CStr under the conventions ("2,5"), dates "dd/mm/yyyy" with
 // " hh:mm:ss" when there is a time of day, booleans "True"/"False", Empty "". Null raises 94.

@@ -29,6 +29,13 @@ bool IsValidDay(int y, int m, int d) {
   return (year{y} / month{static_cast<unsigned>(m)} / day{static_cast<unsigned>(d)}).ok();
 }
 
+bool IsValidSerial(double serial) {
+  // A coarse bound first: SplitDate needs the day count to fit its integer.
+  if (!(serial > -700000.0 && serial < 3000000.0)) return false;
+  const int year = SplitDate(Date{serial}).year;
+  return year >= 100 && year <= 9999;
+}
+
 Date MakeDate(int year, int month, int day, int hour, int minute, int second) {
   if (!IsValidDay(year, month, day) || hour < 0 || hour > 23 || minute < 0 || minute > 59 ||
       second < 0 || second > 59) {

@@ -26,6 +26,9 @@ DateParts SplitDate(Date d);
 Date DateOnly(Date d);
 // True for a valid calendar day.
 bool IsValidDay(int year, int month, int day);
+// True when a serial, its time rounded to the second, falls in years 100 to 9999 (NaN and
+// infinities do not).
+bool IsValidSerial(double serial);
 
 // The calendar day of a date (its time of day dropped, toward the epoch) and the date at the
 // midnight that starts a day.

@@ -120,9 +120,13 @@ std::string FormatDate(Date date, std::string_view pattern) {
         out += two ? TwoDigits(v) : std::to_string(v);
         break;
       }
-      case 'y':
-        out += t.count >= 3 ? std::to_string(p.year) : TwoDigits(p.year % 100);
+      case 'y': {
+        // Four digits, as the calendar's years from 100 on need to parse back.
+        char year[8];
+        std::snprintf(year, sizeof year, "%04d", p.year);
+        out += t.count >= 3 ? year : TwoDigits(p.year % 100);
         break;
+      }
       case 'h': out += two ? TwoDigits(p.hour) : std::to_string(p.hour); break;
       case 'n': out += two ? TwoDigits(p.minute) : std::to_string(p.minute); break;
       case 's': out += two ? TwoDigits(p.second) : std::to_string(p.second); break;

@@ -19,8 +19,9 @@ std::optional<double> ParseNumber(std::string_view text);
 // the whole text must be the number. Returns nullopt for anything else, infinities included.
 std::optional<double> ParsePlainNumber(std::string_view text);
 
-// Formats a date with the runtime's tokens: d dd m mm yy yyyy h hh n nn s ss; "m"/"mm" right
-// after an hour token or right before a seconds token is minutes. Other characters are copied.
+// Formats a date with the runtime's tokens: d dd m mm yy yyyy (always four digits: "0100")
+// h hh n nn s ss; "m"/"mm" right after an hour token or right before a seconds token is
+// minutes. Other characters are copied.
 std::string FormatDate(Date date, std::string_view pattern);
 // Formats a number with a "#,###"-style mask: "," in the mask groups thousands with ".",
 // "#" digits are optional (zero gives ""), "0" digits are mandatory; a "," or "." decimal part

@@ -55,7 +55,9 @@ std::vector<Token> Tokenize(std::string_view src) {
       std::string text;
       ++i;
       bool closed = false;
-      while (i < src.size()) {
+      // No engine takes a NUL inside SQL text (SQLite's and libpq's text ends there), so a
+      // literal that holds one cannot be translated: it stays unclosed.
+      while (i < src.size() && src[i] != '\0') {
         if (src[i] == static_cast<char>(c)) {
           if (i + 1 < src.size() && src[i + 1] == static_cast<char>(c)) {
             text += static_cast<char>(c);
@@ -76,7 +78,8 @@ std::vector<Token> Tokenize(std::string_view src) {
     } else if (c == '[' || c == '#') {
       char close = c == '[' ? ']' : '#';
       std::size_t end = src.find(close, i + 1);
-      if (end == std::string_view::npos) {
+      if (end == std::string_view::npos ||
+          src.substr(start, end - start).find('\0') != std::string_view::npos) {
         invalid(start);
         break;
       }

@@ -25,8 +25,9 @@ struct Token {
 };
 
 // Tokenizes the whole text; the last token is End. An unterminated string, bracket or date
-// literal, or a character that Jet SQL does not use, becomes an Invalid token that takes the
-// rest of the text, so that the parser reports the clause it belongs to.
+// literal (one holding a NUL counts as such), or a character that Jet SQL does not use,
+// becomes an Invalid token that takes the rest of the text, so that the parser reports the
+// clause it belongs to.
 std::vector<Token> Tokenize(std::string_view source);
 
 }  // namespace cp::jetsql

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <string>
 
 #include "platform/jetsql/errors.h"
+#include "platform/jetsql/generator.h"
 #include "platform/jetsql/lexer.h"
 #include "platform/jetsql/literals.h"
 
@@ -33,6 +35,13 @@ constexpr std::array kClauseWords = {"FROM", "WHERE", "ORDER", "GROUP", "HAVING"
 bool IsReserved(const std::string& upper) {
   return std::find(kReserved.begin(), kReserved.end(), upper) != kReserved.end();
 }
+
+// How deep parentheses, NOT, signs, function arguments and subqueries may nest. The
+// translation nests at least as deep, and SQLite's parser refuses text nested not much
+// deeper (its stack holds 100 entries); the parser's own recursion stays bounded as well.
+constexpr int kMaxNesting = 16;
+// What a subquery's SELECT ... FROM ... WHERE costs SQLite's parser, in levels.
+constexpr int kSubqueryLevels = 2;
 
 class Parser {
  public:
@@ -260,6 +269,7 @@ class Parser {
     if (IsSymbol("(")) {
       if (IsWord("SELECT", 1)) RaiseUnsupported("subconsulta en FROM");
       Advance();
+      Nested nested(*this);
       auto inner = Source();
       ExpectSymbol(")");
       inner->grouped = true;
@@ -275,7 +285,49 @@ class Parser {
   }
 
   // ---- expressions, from the loosest operator to the tightest
-  ExprPtr Expression() { return OrExpr(); }
+  // One more level of nesting for its scope; beyond kMaxNesting raises 3296.
+  class Nested {
+   public:
+    explicit Nested(Parser& parser) : parser_(parser) {
+      if (++parser_.nesting_ > kMaxNesting)
+        RaiseUnsupported("más de " + std::to_string(kMaxNesting) + " niveles de anidamiento");
+    }
+    ~Nested() { --parser_.nesting_; }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+
+   private:
+    Parser& parser_;
+  };
+
+  ExprPtr Expression() {
+    Nested nested(*this);
+    ExprPtr e = OrExpr();
+    if (Height(*e) > kMaxNesting)
+      RaiseUnsupported("más de " + std::to_string(kMaxNesting) + " niveles de anidamiento");
+    return e;
+  }
+
+  // The levels of the tree under e, as the translation nests them: chains of AND, of OR and
+  // of + between numbers or between texts are written flat, so a link of such a chain adds
+  // no level; other chains (+ of values of unknown type: nested calls) nest, and a
+  // subquery's condition sits kSubqueryLevels below its IN.
+  static bool FlatPlus(const Expr& e) {
+    if (e.kind != Expr::Kind::Plus) return false;
+    const StaticType type = Generator::TypeOf(e);
+    return type == StaticType::Number || type == StaticType::Text;
+  }
+
+  static int Height(const Expr& e) {
+    int below = 0;
+    if (e.subquery && e.subquery->where) below = kSubqueryLevels + Height(*e.subquery->where);
+    for (const ExprPtr& arg : e.args) {
+      const bool link = arg->kind == e.kind && (e.kind == Expr::Kind::And ||
+                                                e.kind == Expr::Kind::Or || FlatPlus(e));
+      below = std::max(below, Height(*arg) - (link ? 1 : 0));
+    }
+    return below + 1;
+  }
 
   static ExprPtr Node(Expr::Kind kind) {
     auto e = std::make_unique<Expr>();
@@ -305,6 +357,7 @@ class Parser {
 
   ExprPtr NotExpr() {
     if (AcceptWord("NOT")) {
+      Nested nested(*this);
       auto e = Node(Expr::Kind::Not);
       e->args.push_back(NotExpr());
       return e;
@@ -416,15 +469,12 @@ class Parser {
 
   ExprPtr Unary() {
     RejectUnsupportedSymbol();
-    if (IsSymbol("-")) {
-      Advance();
+    if (IsSymbol("-") || IsSymbol("+")) {
+      Nested nested(*this);
+      if (Advance().text == "+") return Unary();
       auto e = Node(Expr::Kind::Negate);
       e->args.push_back(Unary());
       return e;
-    }
-    if (IsSymbol("+")) {
-      Advance();
-      return Unary();
     }
     ExprPtr e = Primary();
     RejectUnsupportedSymbol();
@@ -534,6 +584,7 @@ class Parser {
   std::vector<Token> tokens_;
   std::size_t pos_ = 0;
   std::size_t clauseStart_ = 0;
+  int nesting_ = 0;
 };
 
 }  // namespace

@@ -23,7 +23,8 @@ struct TranslateOptions {
 // Translates one Jet SELECT statement. Raises cp::Error with source "DAO.Database":
 // 3075 for a syntax error (the description names the clause at fault), 3085 for a function
 // other than IsNull and Chr, 3296 for valid Jet that cannot be translated faithfully (GROUP
-// BY, UNION, TOP, parameters...), 5 for chr of a constant outside 0..255.
+// BY, UNION, TOP, parameters, nesting deeper than 16 levels...), 5 for chr of a constant
+// outside 0..255.
 // The SQLite text needs the functions of platform/sqlite/jet_functions.h on the connection;
 // what the PostgreSQL text assumes of the server is listed in postgres_rules.h.
 std::string TranslateStatement(std::string_view jet, Dialect dialect,

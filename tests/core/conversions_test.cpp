@@ -3,6 +3,7 @@
 #include "platform/core/text_format.h"
 #include "platform/core/date.h"
 
+#include <cmath>
 #include <cstdint>
 #include <tuple>
 
@@ -100,6 +101,7 @@ TEST(FormatDate, PatternsOfTheComponent) {
   EXPECT_EQ(FormatDate(d, "yyyy-mm-dd"), "2005-03-07");
   EXPECT_EQ(FormatDate(d, "d/m/yyyy"), "7/3/2005");
   EXPECT_EQ(FormatDate(MakeDate(1925, 12, 31), "mm/dd/yy"), "12/31/25");
+  EXPECT_EQ(FormatDate(MakeDate(100, 1, 1), "dd/mm/yyyy"), "01/01/0100");  // parses back
 }
 
 TEST(FormatNumber, ThousandsMask) {
@@ -124,6 +126,14 @@ TEST(Dates, ParseAndWriteIso) {
       {38717.0000001, "2005-12-31"}, {38717.9999999, "2006-01-01"}, {-1.0000001, "1899-12-29"},
       {38717.5, "2005-12-31 12:00:00"}, {38717.00002, "2005-12-31 00:00:02"}};
   for (const auto& [serial, text] : stored) EXPECT_EQ(StoredIsoDate(Date{serial}), text) << serial;
+}
+
+TEST(CDate, SerialsOutsideYears100To9999Overflow) {
+  EXPECT_EQ(IsoDate(CDate(Variant(-657434.0))), "0100-01-01");
+  EXPECT_EQ(IsoDate(CDate(Variant(2958465.5))), "9999-12-31 12:00:00");
+  // The last one rounds to the second into the year 10000.
+  for (double serial : {-657435.0, 2958466.0, 2958465.9999999, 1e300, std::nan("")})
+    EXPECT_EQ(CaughtError([=] { CDate(Variant(serial)); }).number(), err::kOverflow) << serial;
 }
 
 TEST(Dates, SerialsMatchTheRuntime) {

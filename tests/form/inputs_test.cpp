@@ -2,6 +2,8 @@
 // events that changing them fires.
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 #include "platform/core/date.h"
 #include "platform/form/check_box.h"
 #include "platform/form/combo_box.h"
@@ -15,6 +17,7 @@ namespace cp::form {
 namespace {
 
 using cp::testing::CaughtError;
+using namespace std::string_view_literals;
 
 struct Inputs : ::testing::Test {
   Form f{"f"};
@@ -29,7 +32,9 @@ TEST_F(Inputs, TextBoxChangeFiresOnlyWhenTheTextDiffersAndMaySetItAgain) {
     seen.push_back(t.Text());
     if (t.Text() == "150000") t.setText("150.000");
   });
-  for (const char* text : {"Ávila", "Ávila", "", "", "150000"}) t.setText(text);
+  // The text ends at a NUL, so "Ávila\0..." is the same text again.
+  for (std::string_view text : {"Ávila"sv, "Ávila\0tras"sv, ""sv, ""sv, "150000"sv})
+    t.setText(std::string(text));
   EXPECT_EQ(t.Text(), "150.000");
   EXPECT_EQ(seen, (std::vector<std::string>{"Ávila", "", "150000", "150.000"}));
   // A handler that never settles ends with an error instead of a crash.

@@ -11,8 +11,10 @@ namespace {
 
 using cp::testing::CaughtError;
 
+using namespace std::string_view_literals;
+
 struct Refusal {
-  const char* jet;
+  std::string_view jet;
   bool statement;
   long number;
   const char* named;  // must appear in the description
@@ -58,6 +60,8 @@ TEST(TranslateErrors, SyntaxErrorsNameTheClauseAtFault) {
        "'FROM A INNER JOIN B ON A.x = B.x INNER JOIN C ON C.y = B.y'"},
       {"SELECT * FROM (A INNER JOIN B ON A.x = B.x", true, 3075, "(A INNER JOIN"},
       {"T.x = 1", true, 3075, "T.x = 1"},
+      // No engine takes a NUL inside SQL text: a literal holding one is never closed.
+      {"T.x = 'a\0b'"sv, false, 3075, "T.x = 'a"}, {"T.x = [a\0b]"sv, false, 3075, "T.x = [a"},
   });
 }
 
@@ -79,6 +83,10 @@ TEST(TranslateErrors, UntranslatableConstructsAreNamed) {
       {"T.x = 2 ^ 3", false, 3296, "potencia"}, {"a = 1 XOR b = 2", false, 3296, "'XOR'"},
       {"Forms!F!x = 1", false, 3296, "separador de objetos"},
       {"Left(T.x, 3) = 'a'", false, 3085, "Función 'Left' no definida"},
+      // Each + nests a call in SQLite's text, whose parser refuses deep nesting.
+      {"T.x = a+a+a+a+a+a+a+a+a+a+a+a+a+a+a+a+a", false, 3296, "16 niveles de anidamiento"},
+      {"NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT NOT a", false, 3296,
+       "16 niveles de anidamiento"},
   });
 }
 
