@@ -1,5 +1,6 @@
 #include "platform/jetsql/generator.h"
 
+#include <algorithm>
 #include <cctype>
 #include <optional>
 #include <string_view>
@@ -289,7 +290,8 @@ Sql Generator::Chr(const Expr& e) const {
     double code = RoundHalfEven(*constant);
     auto text = ChrText(code >= -1e9 && code <= 1e9 ? static_cast<long>(code) : -1);
     if (!text) Raise(err::kInvalidProcedureCall, {}, kErrorSource);
-    return Sql{StringLiteral(*text), kPrimary};
+    // SQL text cannot hold a NUL: chr(0) is left to the engine's function.
+    if (text->find('\0') == std::string::npos) return Sql{StringLiteral(*text), kPrimary};
   }
   return Call("jet_chr", {&arg});
 }
@@ -297,6 +299,10 @@ Sql Generator::Chr(const Expr& e) const {
 Sql Generator::Call(const std::string& function, const std::vector<const Expr*>& args) const {
   std::vector<std::string> texts;
   for (const Expr* arg : args) texts.push_back(Expression(*arg).text);
+  return CallWith(function, texts);
+}
+
+Sql Generator::CallWith(const std::string& function, const std::vector<std::string>& texts) const {
   if (rules_.call) return Sql{rules_.call(function, texts), kPrimary};
   std::string text;
   for (const auto& t : texts) text += (text.empty() ? "" : ", ") + t;
@@ -343,9 +349,20 @@ Sql Generator::Expression(const Expr& e) const {
         return Sql{text, 7};
       }
       // Null counts as "" unless every part is Null: a function keeps Jet's rule.
-      std::vector<const Expr*> parts;
-      for (const auto& arg : e.args) parts.push_back(arg.get());
-      return Call("jet_concat", parts);
+      // SQLite takes at most 127 arguments in a call: a longer chain joins in groups, which
+      // keeps the rule, since joining is associative under it.
+      constexpr std::size_t kMaxArguments = 100;
+      std::vector<std::string> parts;
+      for (const auto& arg : e.args) parts.push_back(Expression(*arg).text);
+      while (parts.size() > kMaxArguments) {
+        std::vector<std::string> groups;
+        for (std::size_t i = 0; i < parts.size(); i += kMaxArguments) {
+          const auto end = parts.begin() + std::min(parts.size(), i + kMaxArguments);
+          groups.push_back(CallWith("jet_concat", {parts.begin() + i, end}).text);
+        }
+        parts = std::move(groups);
+      }
+      return CallWith("jet_concat", parts);
     }
     case Expr::Kind::Compare:
       return Compare(e);

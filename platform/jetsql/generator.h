@@ -84,6 +84,7 @@ class Generator {
   std::string Source(const TableRef& ref) const;
   std::string StringLiteral(const std::string& value) const;
   Sql Call(const std::string& function, const std::vector<const Expr*>& args) const;
+  Sql CallWith(const std::string& function, const std::vector<std::string>& texts) const;
 
   const DialectRules& rules_;
   TranslateOptions options_;

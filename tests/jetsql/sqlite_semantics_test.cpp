@@ -233,6 +233,12 @@ TEST_P(JetSemantics, PlusAmpersandAndChrFollowJet) {
     EXPECT_EQ(Db().Value(std::string("SELECT ") + expression + " AS v FROM Uno"), expected)
         << "Jet: " << expression;
   }
+  // A chain longer than one call of the engine takes is joined in groups, under the same rule.
+  std::string nulls, texts;
+  for (int i = 0; i < 250; ++i) nulls += "Nulo & ", texts += "Texto & ";
+  EXPECT_EQ(Db().Value("SELECT " + nulls + "Nulo AS v FROM Uno"), "<Null>");
+  EXPECT_EQ(Db().Value("SELECT " + nulls + "Texto AS v FROM Uno"), "a");
+  EXPECT_EQ(Db().Value("SELECT " + texts + "Nulo AS v FROM Uno"), std::string(250, 'a'));
 }
 
 using SpanishDesktop = cp::testing::SpanishLocale;
