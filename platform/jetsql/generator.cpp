@@ -268,7 +268,10 @@ std::optional<std::string> ConstantText(const Expr& e) {
       auto constant = ConstantNumber(*e.args[0]);
       if (!constant) return std::nullopt;
       const double code = RoundHalfEven(*constant);
-      return ChrText(code >= -1e9 && code <= 1e9 ? static_cast<long>(code) : -1);
+      auto text = ChrText(code >= -1e9 && code <= 1e9 ? static_cast<long>(code) : -1);
+      // SQL text cannot hold a NUL: such a part stays a call of the engine's function.
+      if (text && text->find('\0') != std::string::npos) return std::nullopt;
+      return text;
     }
     case Expr::Kind::Plus:
     case Expr::Kind::Concat: {

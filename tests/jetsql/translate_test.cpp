@@ -71,6 +71,7 @@ TEST(TranslateSqlite, ConditionsByConstruct) {
       {"T.x = Chr$(128)", "T.x COLLATE JET_NOCASE = '€'"},
       {"T.x = chr(T.n)", "T.x COLLATE JET_NOCASE = jet_chr(T.n)"},
       {"T.x = chr(0.2)", "T.x COLLATE JET_NOCASE = jet_chr(0.2)"},  // no NUL in SQL text
+      {"T.x = 'a' & chr$(.2)", "T.x COLLATE JET_NOCASE = 'a' || jet_chr(.2)"},
       {"T.x = 'a' & 'b'", "T.x COLLATE JET_NOCASE = 'ab'"},
       {"T.x = 'a' + (T.y & 'b')", "T.x COLLATE JET_NOCASE = 'a' || (jet_concat(T.y, 'b'))"},
       {"T.x = 'a' & T.y", "T.x COLLATE JET_NOCASE = jet_concat('a', T.y)"},
