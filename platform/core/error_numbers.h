@@ -54,6 +54,7 @@ inline constexpr long kNotForThisType = 3251;
 inline constexpr long kBusy = 3260;
 inline constexpr long kItemNotFound = 3265;  // "Elemento no encontrado en esta colección."
 inline constexpr long kUnsupported = 3296;   // valid Jet SQL that cannot be translated
+inline constexpr long kSubqueryFields = 3306;  // IN (SELECT ...) giving more than one field
 inline constexpr long kUnrecognisedFormat = 3343;
 inline constexpr long kQueryTooComplex = 3360;
 inline constexpr long kObjectInvalid = 3420;  // closed database or recordset

@@ -17,6 +17,14 @@ void RaiseUnsupported(std::string_view construct) {
               kErrorSource);
 }
 
+void RaiseSubqueryFields() {
+  throw Error(dao::daoerr::kSubqueryFields,
+              "Ha escrito una subconsulta que puede devolver más de un campo sin usar la palabra "
+              "reservada EXISTS en la cláusula FROM de la consulta principal. Revise la "
+              "instrucción SELECT de la subconsulta para solicitar un solo campo.",
+              kErrorSource);
+}
+
 void RaiseUndefinedFunction(std::string_view name) {
   throw Error(dao::daoerr::kUndefinedFunction,
               "Función '" + std::string(name) + "' no definida en la expresión.", kErrorSource);

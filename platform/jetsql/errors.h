@@ -13,6 +13,8 @@ inline constexpr const char* kErrorSource = "DAO.Database";
 // Valid Jet SQL that cannot be translated faithfully (GROUP BY, UNION, parameters...): raises
 // 3296 naming the construct.
 [[noreturn]] void RaiseUnsupported(std::string_view construct);
+// A subquery after IN that gives more than one field, or "*": raises 3306.
+[[noreturn]] void RaiseSubqueryFields();
 // A function that the translation does not know: raises 3085 naming the function.
 [[noreturn]] void RaiseUndefinedFunction(std::string_view name);
 

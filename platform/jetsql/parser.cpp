@@ -414,6 +414,10 @@ class Parser {
       e->args.push_back(std::move(left));
       std::size_t outerClause = clauseStart_;
       e->subquery = SelectBody();
+      // Jet takes "*" only from a table of one field, which the translation cannot see;
+      // the engines would refuse the statement later, without Jet's number.
+      const auto& items = e->subquery->items;
+      if (items.size() != 1 || items.front().star) RaiseSubqueryFields();
       clauseStart_ = outerClause;
       ExpectSymbol(")");
       return e;

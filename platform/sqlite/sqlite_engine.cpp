@@ -93,7 +93,26 @@ std::unique_ptr<dao::RowFilter> SqliteEngine::PrepareRowFilter(
   }
 }
 
+void SqliteEngine::ForgetOlderSchema() {
+  Statement version(connection_, "PRAGMA schema_version", dao::SqlContext::Statement,
+                    kDatabaseSource);
+  version.Step();
+  const long long current = std::get<std::int64_t>(version.Column(0));
+  if (current == schemaVersion_) return;
+  isoDateColumns_.reset();
+  tables_.clear();
+  schemaVersion_ = current;
+}
+
 dao::TableDefinition SqliteEngine::Table(const std::string& name) {
+  ForgetOlderSchema();
+  std::string key = name;
+  for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  if (const auto known = tables_.find(key); known != tables_.end()) return known->second;
+  return tables_[key] = ReadTable(name);
+}
+
+dao::TableDefinition SqliteEngine::ReadTable(const std::string& name) {
   Statement lookup(connection_,
                    "SELECT name FROM sqlite_master WHERE type = 'table' AND name = ?1 "
                    "COLLATE NOCASE AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'",
@@ -133,11 +152,8 @@ dao::TableDefinition SqliteEngine::Table(const std::string& name) {
 }
 
 jetsql::TranslateOptions SqliteEngine::TranslationOptions() {
-  Statement version(connection_, "PRAGMA schema_version", dao::SqlContext::Statement,
-                    kDatabaseSource);
-  version.Step();
-  const long long current = std::get<std::int64_t>(version.Column(0));
-  if (!isoDateColumns_ || current != isoSchemaVersion_) {
+  ForgetOlderSchema();
+  if (!isoDateColumns_) {
     auto columns = std::make_shared<std::set<std::string>>();
     Statement tables(connection_,
                      "SELECT name, sql FROM sqlite_master WHERE type = 'table' AND sql IS NOT NULL",
@@ -149,7 +165,6 @@ jetsql::TranslateOptions SqliteEngine::TranslationOptions() {
         columns->insert(ColumnKey(table, column));
     }
     isoDateColumns_ = std::move(columns);
-    isoSchemaVersion_ = current;
   }
   if (isoDateColumns_->empty()) return {};
   return {[columns = isoDateColumns_](std::string_view table, std::string_view column) {

@@ -1,6 +1,7 @@
 #pragma once
 // SqliteEngine: the embedded engine behind the DAO-like API, over one SQLite file.
 // It only reads: a statement that would write raises 3219 (tools write through native.h).
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -22,17 +23,23 @@ class SqliteEngine : public dao::Engine {
   // the row's values bound, so the condition runs on this connection with its Jet functions.
   std::unique_ptr<dao::RowFilter> PrepareRowFilter(const std::vector<std::string>& columns,
                                                    const std::string& condition) override;
-  // Auto-increment comes from SQLite's own flag: INTEGER PRIMARY KEY AUTOINCREMENT.
+  // Auto-increment comes from SQLite's own flag: INTEGER PRIMARY KEY AUTOINCREMENT. A table
+  // is read once per schema version: list windows ask for it on every opening.
   dao::TableDefinition Table(const std::string& name) override;
   // Vouches for the date columns that carry IsoDateCheck (iso_dates.h). The schema is read
   // on first use and again whenever its version changes.
   jetsql::TranslateOptions TranslationOptions() override;
 
  private:
+  // Forgets what was read of the schema when its version has changed since.
+  void ForgetOlderSchema();
+  dao::TableDefinition ReadTable(const std::string& name);
+
   std::shared_ptr<Connection> connection_;
-  // "table\ncolumn" in lower case, as read at schema version isoSchemaVersion_.
+  long long schemaVersion_ = -1;  // the version that the two below were read at
+  // "table\ncolumn" in lower case.
   std::shared_ptr<const std::set<std::string>> isoDateColumns_;
-  long long isoSchemaVersion_ = -1;
+  std::map<std::string, dao::TableDefinition> tables_;  // by name in lower case
 };
 
 }  // namespace cp::sqlite

@@ -212,6 +212,10 @@ TEST_F(SqliteTest, DateComparisonOnACheckedColumnSearchesItsIndex) {
                 StartsWith("SEARCH Marcadas USING COVERING INDEX Marcadas_Fecha"))
         << condition;
   }
+  // Table definitions are kept too, and read again after the schema changes.
+  EXPECT_EQ(engine.Table("libres").fields.size(), 2u);
+  native.ExecuteNative("ALTER TABLE Libres ADD COLUMN Nota TEXT");
+  EXPECT_EQ(engine.Table("Libres").fields.back().name, "Nota");
 }
 
 }  // namespace
