@@ -50,7 +50,7 @@ ListPickerAnswer Answer(int kind, std::string text) {
 
 // One dialog for the process, with both controls on entities they serve. Each input starts
 // from cleared inputs, so that no input depends on the one before; only the controls an input
-// touched are cleared and checked, which doubles the executions a second.
+// touched are cleared and checked.
 struct Dialogs {
   std::unique_ptr<CSeleccion> contacts = fuzz::FuzzHost::Get().NewSelection();
   std::unique_ptr<CSeleccion> properties = fuzz::FuzzHost::Get().NewSelection();
