@@ -1,19 +1,24 @@
 #include "qt/demo/host_window.h"
 
+#include <algorithm>
+
 #include <QComboBox>
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMenu>
 #include <QMenuBar>
 #include <QProgressDialog>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -114,6 +119,44 @@ QString CachedCopy(const QFileInfo& mdb) {
   return QDir(folder).filePath(mdb.completeBaseName() + "-" + QString::fromLatin1(hash) + ".db");
 }
 
+constexpr int kRecentSelections = 5;
+
+// A saved selection is a list of rows (name, index, value); stored as such, QSettings keeps
+// it as plain values that the user's configuration file can hold.
+QVariantList ToSettings(const Variant& saved) {
+  QVariantList rows;
+  if (!saved.IsArray()) return rows;
+  const Array2D& a = saved.AsArray();
+  for (int i = a.LBound(1); i <= a.UBound(1); ++i)
+    rows.push_back(QVariantList{Q(CStr(a.at(i, 0))), int{CInt(a.at(i, 1))}, Q(CStr(a.at(i, 2)))});
+  return rows;
+}
+
+// Back to the array the component takes; Empty for nothing stored or a row out of shape.
+Variant FromSettings(const QVariant& stored) {
+  const QVariantList rows = stored.toList();
+  if (rows.isEmpty()) return Variant();
+  Array2D saved(0, static_cast<int>(rows.size()) - 1, 0, 2);
+  for (int i = 0; i < rows.size(); ++i) {
+    const QVariantList row = rows[i].toList();
+    if (row.size() != 3) return Variant();
+    saved.at(i, 0) = Variant(row[0].toString().toStdString());
+    saved.at(i, 1) = Variant(static_cast<std::int16_t>(row[1].toInt()));
+    saved.at(i, 2) = Variant(row[2].toString().toStdString());
+  }
+  return Variant(std::move(saved));
+}
+
+// A recent selection's name in the menu: its condition without the tables' names, short, and
+// when it was accepted.
+QString RecentName(const std::string& condition) {
+  QString text = condition.empty() ? QStringLiteral("todos los registros") : Q(condition);
+  text.remove(QRegularExpression(QStringLiteral("\\b\\w+\\.(?=\\w)")));
+  if (text.size() > 60) text = text.left(59) + QChar(0x2026);
+  return QStringLiteral("%1 — %2")
+      .arg(text, QDateTime::currentDateTime().toString(QStringLiteral("dd/MM/yyyy HH:mm")));
+}
+
 }  // namespace
 
 const std::vector<std::string>& DemoHostWindow::Entities() {
@@ -134,6 +177,8 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
                    ->addAction(QStringLiteral("&Abrir base de datos de Access…"));
   open->setObjectName(QStringLiteral("actAbrirAccess"));
   connect(open, &QAction::triggered, this, [this] { OpenAccessFile(); });
+  recent_ = menuBar()->addMenu(QStringLiteral("Selecciones &recientes"));
+  recent_->setObjectName(QStringLiteral("mnuRecientes"));
 
   auto* central = new QWidget(this);
   auto* entityLabel = new QLabel(QStringLiteral("&Entidad:"), central);
@@ -192,17 +237,20 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
   connect(select_, &QPushButton::clicked, this, [this] { Select(); });
   connect(cross_, &QPushButton::clicked, this, [this] { CrossSelected(); });
   connect(conditionMore_, &QPushButton::toggled, this, [this](bool on) { ShowWholeCondition(on); });
-  connect(entities_, &QComboBox::currentTextChanged, this, [this] { UpdateCrossButton(); });
+  connect(entities_, &QComboBox::currentTextChanged, this, [this] {
+    UpdateCrossButton();
+    UpdateRecentMenu();
+  });
   connect(rows_, &QTableWidget::currentCellChanged, this, [this] { UpdateCrossButton(); });
   UseDatabase(std::move(db), path);
 }
 
 void DemoHostWindow::UseDatabase(std::shared_ptr<dao::Database> db, const std::string& path) {
   db_ = std::move(db);
+  path_ = path;
   selection_.setBD(db_);
   selection_.setPathDB(path);
   setWindowTitle(QStringLiteral("CriterioPredios — %1").arg(Q(path)));
-  saved_.clear();
   lookups_.clear();
   listedEntity_.clear();
   rows_->clear();
@@ -211,6 +259,7 @@ void DemoHostWindow::UseDatabase(std::shared_ptr<dao::Database> db, const std::s
   count_->clear();
   condition_->setText(QStringLiteral("Elija una entidad y pulse «Seleccionar…»."));
   UpdateCrossButton();
+  UpdateRecentMenu();
 }
 
 bool DemoHostWindow::OpenAccessFile() {
@@ -253,21 +302,38 @@ bool DemoHostWindow::OpenAccessFile() {
 }
 
 bool DemoHostWindow::Select() {
+  const std::string entity = entities_->currentText().toStdString();
+  return Select(entity, SavedSelection(entity));
+}
+
+bool DemoHostWindow::Select(const std::string& entity, const Variant& saved) {
   try {
-    const std::string entity = entities_->currentText().toStdString();
     selection_.setEntidad(entity);
     // Handed back after the entity, which routes it to the right criteria control.
-    const auto saved = saved_.find(entity);
-    if (saved != saved_.end()) selection_.setSeleccion(saved->second);
+    if (!saved.IsEmpty()) selection_.setSeleccion(saved);
     if (!selection_.mtdMostrar()) return false;
     statusBar()->clearMessage();  // an earlier cross is no longer what is listed
     // The user may have changed the entity inside the dialog.
     const std::string chosen = selection_.Entidad();
+    const QVariantList accepted = ToSettings(selection_.Seleccion());
+    const auto settings = Settings(chosen);
     if (selection_.GuardarSeleccion()) {
-      saved_[chosen] = selection_.Seleccion();
+      settings->setValue(QStringLiteral("guardada"), accepted);
       statusBar()->showMessage(QStringLiteral("Selección guardada para %1.").arg(Q(chosen)));
     }
+    // Newest first; the same selection accepted again moves up instead of repeating.
+    QVariantList recent = settings->value(QStringLiteral("recientes")).toList();
+    recent.erase(std::remove_if(recent.begin(), recent.end(),
+                                [&](const QVariant& r) {
+                                  return r.toMap().value(QStringLiteral("seleccion")) == accepted;
+                                }),
+                 recent.end());
+    recent.prepend(QVariantMap{{QStringLiteral("nombre"), RecentName(selection_.SQLW())},
+                               {QStringLiteral("seleccion"), accepted}});
+    while (recent.size() > kRecentSelections) recent.removeLast();
+    settings->setValue(QStringLiteral("recientes"), recent);
     entities_->setCurrentText(Q(chosen));
+    UpdateRecentMenu();
     ListRows(chosen, selection_.SQLW());
     return true;
   } catch (const Error& e) {
@@ -304,9 +370,40 @@ bool DemoHostWindow::CrossSelected() {
   return false;
 }
 
+std::unique_ptr<QSettings> DemoHostWindow::Settings(const std::string& entity) const {
+  // The user's configuration: ~/.config/criteriopredios/demo.conf. One group per database,
+  // since a selection names ids of its own database's lists, then one per entity.
+  auto settings = std::make_unique<QSettings>(QStringLiteral("criteriopredios"),
+                                              QStringLiteral("demo"));
+  const QByteArray database =
+      QCryptographicHash::hash(QByteArray::fromStdString(path_), QCryptographicHash::Sha1);
+  settings->beginGroup(QStringLiteral("selecciones/%1/%2")
+                           .arg(QString::fromLatin1(database.toHex().left(12)), Q(entity)));
+  return settings;
+}
+
 Variant DemoHostWindow::SavedSelection(const std::string& entity) const {
-  const auto saved = saved_.find(entity);
-  return saved == saved_.end() ? Variant() : saved->second;
+  return FromSettings(Settings(entity)->value(QStringLiteral("guardada")));
+}
+
+std::vector<Variant> DemoHostWindow::RecentSelections(const std::string& entity) const {
+  std::vector<Variant> recent;
+  for (const QVariant& r : Settings(entity)->value(QStringLiteral("recientes")).toList())
+    recent.push_back(FromSettings(r.toMap().value(QStringLiteral("seleccion"))));
+  return recent;
+}
+
+void DemoHostWindow::UpdateRecentMenu() {
+  recent_->clear();
+  const std::string entity = entities_->currentText().toStdString();
+  const QVariantList recent = Settings(entity)->value(QStringLiteral("recientes")).toList();
+  for (const QVariant& r : recent) {
+    const QVariantMap map = r.toMap();
+    const Variant saved = FromSettings(map.value(QStringLiteral("seleccion")));
+    recent_->addAction(map.value(QStringLiteral("nombre")).toString(), this,
+                       [this, entity, saved] { Select(entity, saved); });
+  }
+  if (recent.isEmpty()) recent_->addAction(QStringLiteral("(ninguna)"))->setEnabled(false);
 }
 
 int DemoHostWindow::ListedRows() const { return rows_->rowCount(); }

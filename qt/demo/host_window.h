@@ -4,8 +4,11 @@
 // the entity (and the selection saved for it, if any), shows the dialog, and on acceptance
 // runs its own query with the returned condition and lists the rows with their count. A
 // selection accepted with "Guardar Selección" ticked is kept and handed back the next time
-// that entity is chosen. "Cruzar" crosses the demand or property of the selected row with
-// the other side of the market (a demand with "Inm. Propios", a property with "Demandas").
+// that entity is chosen. The menu "Selecciones recientes" offers the entity's last five
+// accepted selections; choosing one reopens the dialog with it. Both are kept per database in
+// the user's configuration (QSettings), so they outlive the program. "Cruzar" crosses the
+// demand or property of the selected row with the other side of the market (a demand with
+// "Inm. Propios", a property with "Demandas").
 //
 // The list is for people: Spanish column headers (each header item keeps the column's name
 // as its Qt::UserRole data) and the names behind lookup ids. The condition shows a few
@@ -16,17 +19,21 @@
 // it is newer than the file, and then the host works on that database.
 //
 // Widgets are named for tests: "cboEntidad", "cmdSeleccionar", "cmdCruzar", "lblCondicion",
-// "cmdVerCondicion", "lblFilas", "grdFilas", the action "actAbrirAccess".
+// "cmdVerCondicion", "lblFilas", "grdFilas", the action "actAbrirAccess", the menu
+// "mnuRecientes".
 #include <QMainWindow>
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/dao/database.h"
 #include "selection/c_seleccion.h"
 
 class QComboBox;
 class QLabel;
+class QMenu;
+class QSettings;
 class QPushButton;
 class QTableWidget;
 
@@ -45,12 +52,16 @@ class DemoHostWindow : public QMainWindow {
   // when the user accepted: the rows of the condition are then listed. A failure of the
   // component is shown to the user (MostrarMensaje) and gives false.
   bool Select();
+  // The same with a selection of the entity handed to the dialog (Empty: none), as the
+  // recent selections' menu does.
+  bool Select(const std::string& entity, const Variant& saved);
   // Asks for an Access file (a QFileDialog, answered in tests by watching for it), imports
   // it under a progress dialog unless its cached copy is newer, opens the copy and lists the
   // chosen entity's rows. False when the user cancels either window, or after an error, which
   // is shown to the user; a cancelled or failed import keeps the database in use.
   bool OpenAccessFile();
-  // Works on db from now on: what was listed or saved for the previous one is forgotten.
+  // Works on db from now on: what was listed for the previous one is forgotten, and the
+  // selections kept are those of db.
   void UseDatabase(std::shared_ptr<dao::Database> db, const std::string& path);
   // Crosses the record of the current row; true when rows were listed. False (nothing done)
   // when there is no current row or the listed entity cannot be crossed.
@@ -58,6 +69,8 @@ class DemoHostWindow : public QMainWindow {
 
   // The selection kept for an entity (Empty when none).
   Variant SavedSelection(const std::string& entity) const;
+  // The entity's last accepted selections, newest first (at most five).
+  std::vector<Variant> RecentSelections(const std::string& entity) const;
   // The entity whose rows are listed ("" before the first selection).
   const std::string& ListedEntity() const { return listedEntity_; }
   int ListedRows() const;
@@ -70,6 +83,8 @@ class DemoHostWindow : public QMainWindow {
   QWidget& conditionArea() const { return *conditionArea_; }
   QPushButton& conditionButton() const { return *conditionMore_; }
   QLabel& countLabel() const { return *count_; }
+  // The chosen entity's recent selections, one action each, kept up to date.
+  QMenu& recentMenu() const { return *recent_; }
 
   // The entities a host offers, in the dialog's default order.
   static const std::vector<std::string>& Entities();
@@ -79,13 +94,16 @@ class DemoHostWindow : public QMainWindow {
  private:
   void ListRows(const std::string& entity, const std::string& condition);
   void UpdateCrossButton();
+  void UpdateRecentMenu();
+  // The settings of this database's entity: its kept selection and its recent ones.
+  std::unique_ptr<QSettings> Settings(const std::string& entity) const;
   void ShowWholeCondition(bool whole);
   // The names of a lookup table by id, read once.
   const std::map<long, QString>& LookupNames(const std::string& column);
 
   std::shared_ptr<dao::Database> db_;
   CSeleccion selection_;
-  std::map<std::string, Variant> saved_;
+  std::string path_;
   std::string listedEntity_;
   QComboBox* entities_ = nullptr;
   QPushButton* select_ = nullptr;
@@ -95,6 +113,7 @@ class DemoHostWindow : public QMainWindow {
   QPushButton* conditionMore_ = nullptr;
   std::map<std::string, std::map<long, QString>> lookups_;
   QLabel* count_ = nullptr;
+  QMenu* recent_ = nullptr;
   QTableWidget* rows_ = nullptr;
 };
 

@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QSettings>
 #include <QTableWidget>
 #include <filesystem>
 
@@ -32,6 +34,8 @@ class DemoHostTest : public CommonTest {
   static void TearDownTestSuite() { std::filesystem::remove(path_); }
   void SetUp() override {
     CommonTest::SetUp();
+    // The user's configuration, where the host keeps selections, is the test's own.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(dir_));
     host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
   }
   void TearDown() override {
@@ -89,6 +93,47 @@ TEST_F(DemoHostTest, ListsTheRowsOfTheAcceptedConditionWithTheirCount) {
       {"IdAliasInmueble", {"Inmueble", "Ático", ""}},
       {"FechaAlta", {"Fecha alta", "", ""}}, {"Exclusividad", {"Exclusividad", "No", "Sí"}}};
   for (const auto& [field, cells] : columns) EXPECT_EQ(Column(field), cells) << field;
+}
+
+// The selection saved with "Guardar Selección" and the last five accepted outlive the window;
+// the same selection accepted again moves up; a recent one reopens the dialog with it.
+TEST_F(DemoHostTest, KeepsSavedAndRecentSelectionsAcrossRestarts) {
+  const auto typed = [](std::string words, bool keep) {
+    return [=](frmSeleccion& dlg) {
+      dlg.SeleccionCli1().Controls().Get<form::TextBox>("txtPalabras").setText(words);
+      dlg.chkGuardar().setValue(keep ? 1 : 0);
+      Accept(dlg);
+    };
+  };
+  for (const char* words : {"uno", "dos", "tres", "cuatro", "cinco", "seis", "cinco"})
+    ASSERT_TRUE(Select("Clientes", typed(words, words == std::string("tres"))));
+  ASSERT_TRUE(Select("Agencias"));
+
+  host_ = std::make_unique<DemoHostWindow>(dao::OpenDatabase(path_), path_);
+  host_->entityList().setCurrentText("Clientes");
+  QStringList names;
+  for (QAction* action : host_->recentMenu().actions()) names.push_back(action->text());
+  ASSERT_EQ(names.size(), 5);
+  const char* newestFirst[] = {"cinco", "seis", "cuatro", "tres", "dos"};
+  for (int i = 0; i < 5; ++i)
+    EXPECT_TRUE(names[i].contains(QStringLiteral("'*%1*'").arg(newestFirst[i]))) << names[i].toStdString();
+  EXPECT_FALSE(names[0].contains("Cliente.")) << "named without the tables";
+
+  std::string shown;
+  const auto read = [&](frmSeleccion& dlg) {
+    shown = dlg.SeleccionCli1().Controls().Get<form::TextBox>("txtPalabras").Text();
+    Accept(dlg);
+  };
+  ASSERT_TRUE(Select("Clientes", read));
+  EXPECT_EQ(shown, "tres") << "the saved selection is handed back";
+  ScopedModalRunner runner(std::make_shared<ScriptedModalRunner>(read));
+  host_->recentMenu().actions()[4]->trigger();
+  EXPECT_EQ(shown, "dos");
+  EXPECT_EQ(host_->ListedEntity(), "Clientes");
+
+  host_->entityList().setCurrentText("Inm. Propios");
+  ASSERT_EQ(host_->recentMenu().actions().size(), 1);
+  EXPECT_FALSE(host_->recentMenu().actions()[0]->isEnabled()) << "none for this entity";
 }
 
 // An office's Access file opened from the menu: imported into the cache folder, then listed.
