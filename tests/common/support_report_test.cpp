@@ -21,9 +21,14 @@ std::vector<std::string> RecordedArguments(const std::string& file) {
   return args;
 }
 
+// Notes whether the report-sent flag was already up when the message came, then fails.
 class ThrowingMailClient : public MailClient {
  public:
-  bool Compose(const MailMessage&) override { throw std::runtime_error("sin correo"); }
+  bool Compose(const MailMessage&) override {
+    flag_was_up = ReportSent();
+    throw std::runtime_error("sin correo");
+  }
+  bool flag_was_up = false;
 };
 
 class SupportReportTest : public CommonTest {
@@ -76,8 +81,9 @@ TEST_F(SupportReportTest, YesBuildsTheArchiveAndHandsItToTheMailClientOrSaysWher
     setErrLogPath(folder);
     setSupportAddress(row.address);
     setReportSent(false);
+    auto throwing = std::make_shared<ThrowingMailClient>();
     if (row.client == kThrows) {
-      SetMailClient(std::make_shared<ThrowingMailClient>());
+      SetMailClient(throwing);
     } else {
       SetMailClient(std::make_shared<XdgEmailClient>(std::chrono::seconds(3)));
     }
@@ -98,6 +104,7 @@ TEST_F(SupportReportTest, YesBuildsTheArchiveAndHandsItToTheMailClientOrSaysWher
     EXPECT_NO_THROW(ManejarError(label, error));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     EXPECT_TRUE(ReportSent());
+    EXPECT_EQ(throwing->flag_was_up, row.client == kThrows);
 
     const auto entries = ZipEntries(archive);
     if (row.built) {
