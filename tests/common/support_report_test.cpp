@@ -95,7 +95,9 @@ TEST_F(SupportReportTest, YesBuildsTheArchiveAndHandsItToTheMailClientOrSaysWher
                                          << "'\n" << row.script_end << "\n";
       std::filesystem::permissions(tools + "/xdg-email", std::filesystem::perms::owner_all);
     }
-    setenv("PATH", (tools + ":/usr/bin:/bin").c_str(), 1);
+    // The fake's shell needs the system folders after it; without a fake, not even those, so
+    // that a real xdg-email on this machine stays out.
+    setenv("PATH", (row.client == kFake ? tools + ":/usr/bin:/bin" : tools).c_str(), 1);
     const std::string archive = folder + "/Incidencia-20240305-090702" +
                                 (row.name_taken ? "-2" : "") + ".zip";
     if (row.name_taken) std::ofstream(folder + "/Incidencia-20240305-090702.zip") << "otro";
