@@ -8,6 +8,7 @@
 #include "common/messenger.h"
 #include "common/modal.h"
 #include "common/program_info.h"
+#include "common/support_report.h"
 
 namespace cp {
 namespace {
@@ -91,14 +92,11 @@ void ManejarError(const std::string& label, const Error& e) {
   } catch (const std::exception&) {
   }
   if (answer != msg::kYes) return;
+  // The flag goes up before the report is built, so that nothing during the report offers
+  // another one; the report keeps its own failures to itself.
   g_report_sent = true;
-  // The support report (archive and mail) is not available here: the user gets the log's
-  // location to send it by hand.
   try {
-    MostrarMensaje(Lines({"No es posible enviar el informe automáticamente.",
-                          "Envíe al soporte técnico de Norvak el fichero " +
-                              ErrorLogFile(log_path)}),
-                   0x1040, ProgramTitle());
+    EnviarInformeSoporte(label, e, ErrorLogFile(log_path));
   } catch (const std::exception&) {
   }
 }

@@ -13,8 +13,10 @@ namespace cp {
 
 // Shows the message for e (by its number; any other number gets the generic box with the
 // label, and the offer of a support report until one was accepted), appends e to the log
-// file of HandlerLogPath(), and after error 3167 calls the reload hook. Keeps gModalAbierto
-// True meanwhile. Never throws: failures of its own message or log steps are dropped.
+// file of HandlerLogPath(), and after error 3167 calls the reload hook. When the user accepts
+// the offer, sets ReportSent() and sends the support report (common/support_report.h). Keeps
+// gModalAbierto True meanwhile. Never throws: failures of its own message, log or report
+// steps are dropped.
 void ManejarError(const std::string& label, const Error& e);
 
 // The error that an exception from outside the component's runtime stands for:

@@ -11,7 +11,7 @@ mkdir -p "$work"
 cmake --install "$build" --prefix "$prefix" >"$work/install.log"
 
 # Third-party headers stay out of the installed ones.
-if grep -rnE '#include [<"](sqlite3|libpq-fe|mdbtools|mdbsql|fmt/|nlohmann/|CLI/)' "$prefix/include"; then
+if grep -rnE '#include [<"](sqlite3|libpq-fe|mdbtools|mdbsql|zip\.h|fmt/|nlohmann/|CLI/)' "$prefix/include"; then
   echo "An installed header includes a third-party header (above)." >&2
   exit 1
 fi

@@ -10,6 +10,7 @@ packages=(
   mdbtools mdbtools-dev libpq-dev postgresql postgresql-client
   qt6-base-dev qt6-base-dev-tools libgl-dev xvfb xauth fonts-dejavu-core
   qt6-tools-dev  # the Qt Designer plug-in's interfaces
+  libzip-dev  # the support report's archive
   locales
   file dpkg-dev  # `make package`: CPack finds the .deb's dependencies with dpkg-shlibdeps
 )

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "common/messenger.h"
+#include "common/program_info.h"
 #include "platform/core/error.h"
 #include "platform/dao/connect.h"
 #include "qt/demo/demo_database.h"
@@ -15,6 +16,7 @@
 #include "qt/qt_list_picker.h"
 #include "qt/qt_messenger.h"
 #include "qt/qt_modal_runner.h"
+#include "qt/qt_window_capture.h"
 #include "selection/c_seleccion.h"
 #include "selection/modal_runner.h"
 
@@ -56,6 +58,9 @@ int main(int argc, char** argv) {
   cp::RegisterCSeleccion();
   cp::RegisterQtListPicker();
   cp::SetMessenger(std::make_shared<cp::QtMessenger>());
+  // A support report carries a picture of the windows and goes to this address.
+  cp::SetWindowCapture(std::make_shared<cp::QtWindowCapture>());
+  cp::setSupportAddress("soporte@norvak.es");
   cp::SetModalRunner(std::make_shared<cp::QtModalRunner>());
 
   try {

@@ -63,10 +63,10 @@ TEST_F(ErrorHandlerTest, AcceptedReportTurnsLaterGenericBoxesIntoPlainOnes) {
 
   EXPECT_TRUE(ReportSent());
   ASSERT_EQ(messenger_->shown().size(), 2u);
-  // Without the support report the user learns where the log is.
+  // Without a support address the user learns where the report's archive is.
   const auto& info = messenger_->shown()[1];
   EXPECT_EQ(info.flags, 0x1040);
-  EXPECT_NE(info.text.find(LogFile()), std::string::npos);
+  EXPECT_NE(info.text.find(dir_ + "/Incidencia-"), std::string::npos);
 
   messenger_->ClearShown();
   messenger_->QueueAnswer(msg::kYes);
