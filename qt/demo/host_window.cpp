@@ -194,6 +194,8 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
   connect(conditionMore_, &QPushButton::toggled, this, [this](bool on) { ShowWholeCondition(on); });
   connect(entities_, &QComboBox::currentTextChanged, this, [this] { UpdateCrossButton(); });
   connect(rows_, &QTableWidget::currentCellChanged, this, [this] { UpdateCrossButton(); });
+  // The selection window tells how many records the criteria select as the user fills them.
+  selection_.setLiveCount(true);
   UseDatabase(std::move(db), path);
 }
 
