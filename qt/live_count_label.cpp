@@ -53,8 +53,12 @@ void LiveCountLabel::Detach() {
 }
 
 void LiveCountLabel::Changed() {
-  // Each change starts the pause again; the count starts once the inputs rest.
-  if (dialog_ && !building_) pause_.start();
+  // A count of criteria that are no longer those on screen is dropped at once; each change
+  // starts the pause again, and the next count starts once the inputs rest.
+  if (!dialog_ || building_) return;
+  worker_->Cancel();
+  latest_ = 0;
+  pause_.start();
 }
 
 void LiveCountLabel::Start() {

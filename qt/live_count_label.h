@@ -4,7 +4,8 @@
 // cannot be counted). It follows every change of the dialog's inputs, waits for a pause in the
 // typing, builds the count's query and hands it to a CountWorker (selection/live_count.h),
 // whose result comes back to this thread through the event loop. A change stops the count
-// running; typing never waits for one.
+// running at once (the line keeps the last count until the next one); typing never waits for
+// a count.
 #include <cstdint>
 #include <memory>
 #include <utility>
