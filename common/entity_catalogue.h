@@ -2,7 +2,9 @@
 // The entity catalogue: the twelve kinds of record the component selects, by their Spanish
 // display name (compared exactly), with their table, key column, phone and e-mail tables
 // the criteria control that serves them and the side of the market they stand on.
+#include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace cp {
@@ -22,6 +24,11 @@ struct EntityInfo {
   const char* mails;   // e-mail table ("" for properties and demands)
   CriteriaControlKind control;
   MarketSide side;
+  // How a count of its records reads: the noun in singular and plural, and whether it is
+  // feminine ("Ninguna agencia", "Ningún cliente").
+  const char* one;    // e.g. "cliente"
+  const char* many;   // e.g. "clientes"
+  bool feminine;
 };
 
 // Every entity, in the catalogue's order.
@@ -29,6 +36,15 @@ std::span<const EntityInfo> EntityCatalogue();
 
 // The entity of that display name, or nullptr for a name outside the catalogue.
 const EntityInfo* FindEntity(std::string_view name);
+
+// The query a host runs for an entity and a condition: SELECT <table>.* FROM <table>, with
+// the owner (Cliente) joined for the property tables and demands so that a condition may
+// name "Propietario", and WHERE <condition> unless the condition is empty.
+std::string EntityQuery(const EntityInfo& entity, const std::string& condition);
+
+// A count of the entity's records as the selection window shows it: "Ningún cliente",
+// "1 cliente", "1.234 clientes" ("." groups thousands, whatever the machine's locale).
+std::string CountText(const EntityInfo& entity, std::int64_t count);
 
 // True when a record of `from` can be crossed into `to`: they stand on opposite sides.
 bool CrossesWith(std::string_view from, std::string_view to);

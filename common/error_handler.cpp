@@ -17,6 +17,8 @@ constexpr const char* kCrLf = "\r\n";
 
 bool g_report_sent = false;
 
+thread_local QuietErrors* t_quiet = nullptr;  // the innermost quiet scope of this thread
+
 std::function<void()>& ReloadHook() {
   static std::function<void()> hook;
   return hook;
@@ -73,7 +75,14 @@ int ShowMessage(const std::string& label, const Error& e) {
 
 }  // namespace
 
+QuietErrors::QuietErrors() : outer_(t_quiet) { t_quiet = this; }
+QuietErrors::~QuietErrors() { t_quiet = outer_; }
+
 void ManejarError(const std::string& label, const Error& e) {
+  if (t_quiet) {
+    ++t_quiet->trapped_;
+    return;
+  }
   ModalScope modal;
   int answer = msg::kNo;
   // The handler's own steps are not reported again: a failure there is dropped so that

@@ -19,6 +19,24 @@ namespace cp {
 // steps are dropped.
 void ManejarError(const std::string& label, const Error& e);
 
+// While one lives, ManejarError on its thread shows nothing and logs nothing: it only counts
+// the errors it was handed. For work the user did not ask for and must not hear about, such
+// as the selection window's running count building its condition. Scopes nest.
+class QuietErrors {
+ public:
+  QuietErrors();
+  ~QuietErrors();
+  QuietErrors(const QuietErrors&) = delete;
+  QuietErrors& operator=(const QuietErrors&) = delete;
+  // The errors handed to ManejarError on this thread since the scope began.
+  int Trapped() const { return trapped_; }
+
+ private:
+  friend void ManejarError(const std::string& label, const Error& e);
+  QuietErrors* outer_;
+  int trapped_ = 0;
+};
+
 // The error that an exception from outside the component's runtime stands for:
 // bad_alloc and length_error 7, out_of_range 9, overflow_error 6, anything else 5.
 Error ErrorFromException(const std::exception& e);

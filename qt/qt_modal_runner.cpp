@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "qt/form_view.h"
+#include "qt/live_count_label.h"
 #include "selection/frm_seleccion.h"
 
 namespace cp {
@@ -18,6 +19,10 @@ SelectionWindow::SelectionWindow(frmSeleccion& dialog, QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   view_ = new FormView(dialog.Controls(), this);
   layout->addWidget(view_);
+  if (dialog.LiveCount()) {
+    count_ = new LiveCountLabel(dialog, this);
+    layout->addWidget(count_);
+  }
   // Wide enough for the property control's rows; still well inside a 1366x768 screen.
   setMinimumSize(720, 520);
   resize(sizeHint().expandedTo(QSize(760, 560)));
@@ -31,6 +36,7 @@ QPushButton* SelectionWindow::Button(const char* name) const {
 
 SelectionWindow::~SelectionWindow() {
   dialog_.Unloaded.Disconnect(unloadedId_);
+  if (count_) count_->Detach();
   view_->Detach();
 }
 
@@ -39,6 +45,7 @@ void SelectionWindow::Finish() {
   finished_ = true;
   // The model's window is gone: nothing the widgets do may reach it any more.
   view_->Detach();
+  if (count_) count_->Detach();
   done(QDialog::Rejected);
 }
 

@@ -12,6 +12,7 @@ namespace cp {
 
 class frmSeleccion;
 class FormView;
+class LiveCountLabel;
 
 class QtModalRunner : public ModalRunner {
  public:
@@ -23,7 +24,8 @@ class QtModalRunner : public ModalRunner {
 
 // The window itself. Form_Activate runs the first time it becomes active. Enter presses
 // "Aceptar" as a click does (the box left is validated first); Escape presses "Cancelar",
-// which, like the close box, never validates the box left.
+// which, like the close box, never validates the box left. When the dialog's LiveCount is on,
+// a LiveCountLabel under the criteria tells how many records they select.
 class SelectionWindow : public QDialog {
  public:
   // dialog must be loaded and outlive the window; the window shows dialog.Controls().
@@ -31,6 +33,8 @@ class SelectionWindow : public QDialog {
   ~SelectionWindow() override;
 
   FormView& View() const { return *view_; }
+  // The running count; null when the dialog's LiveCount is off.
+  LiveCountLabel* Count() const { return count_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -44,6 +48,7 @@ class SelectionWindow : public QDialog {
 
   frmSeleccion& dialog_;
   FormView* view_;
+  LiveCountLabel* count_ = nullptr;
   int unloadedId_ = 0;
   bool activated_ = false;
   bool finished_ = false;

@@ -110,6 +110,8 @@ void CSeleccion::ExposeMembers() {
   });
   Expose("EntidadesPosibles", {}, [this](const Variant& v) { setEntidadesPosibles(v); });
   Expose("GuardarSeleccion", [this] { return Variant(guardarSeleccion_); });
+  Expose("LiveCount", [this] { return Variant(LiveCount()); },
+         [this](const Variant& v) { setLiveCount(CBool(v)); });
 }
 
 void RegisterCSeleccion() {

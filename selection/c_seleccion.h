@@ -56,6 +56,11 @@ class CSeleccion : public DispatchObject {
   void setEntidadesPosibles(const Variant& entidades);
   bool GuardarSeleccion() const { return guardarSeleccion_; }
 
+  // Whether the dialog shows, under the criteria, a running count of the records they
+  // select. Off by default.
+  bool LiveCount() const { return mdlg_->LiveCount(); }
+  void setLiveCount(bool on) { mdlg_->setLiveCount(on); }
+
   // The dialog, for a view or a test driving it.
   frmSeleccion& Dialog() { return *mdlg_; }
 

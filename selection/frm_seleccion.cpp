@@ -112,6 +112,12 @@ SeleccionInm& frmSeleccion::SeleccionInm1() { return Live().inm; }
 form::UserControl& frmSeleccion::SeleccionCli1Control() { return *Live().cliControl; }
 form::UserControl& frmSeleccion::SeleccionInm1Control() { return *Live().inmControl; }
 
+SelectionControl* frmSeleccion::ControlFor(const std::string& entity) {
+  if (ShortContactGroup(entity)) return &SeleccionCli1();
+  if (PropertyGroup(entity)) return &SeleccionInm1();
+  return nullptr;
+}
+
 void frmSeleccion::Form_Activate() {
   const std::string entity = cboEntidad().Text();
   if (FullContactGroup(entity))
@@ -148,11 +154,7 @@ void frmSeleccion::cboEntidad_Click() {
 void frmSeleccion::cmdAceptar_Click() {
   Atrapar("cmdAceptar_Click en frmSeleccion", [&] {
     std::string entity = cboEntidad().Text();
-    SelectionControl* control = nullptr;
-    if (ShortContactGroup(entity))
-      control = &SeleccionCli1();
-    else if (PropertyGroup(entity))
-      control = &SeleccionInm1();
+    SelectionControl* control = ControlFor(entity);
     if (!control) return;
     std::string sql = control->SelecWhere();
     Variant saved = control->SelecAnt();

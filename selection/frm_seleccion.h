@@ -45,9 +45,17 @@ class frmSeleccion {
   form::CheckBox& chkGuardar();
   SeleccionCli& SeleccionCli1();
   SeleccionInm& SeleccionInm1();
+  // The criteria control that accepting reads for entity; null when none serves it.
+  SelectionControl* ControlFor(const std::string& entity);
   // The two criteria controls as the dialog places them (their visibility).
   form::UserControl& SeleccionCli1Control();
   form::UserControl& SeleccionInm1Control();
+
+  // Whether the window shows, under the criteria, how many records they select as the user
+  // changes them (selection/live_count.h). Off unless the host turns it on; kept across
+  // showings.
+  bool LiveCount() const { return liveCount_; }
+  void setLiveCount(bool on) { liveCount_ = on; }
 
   // Raised by cmdAceptar with the control's condition, the entity and its saved selection.
   form::Event<std::string& /*SQLSelec*/, std::string& /*Entidad*/, Variant& /*Seleccion*/>
@@ -76,6 +84,7 @@ class frmSeleccion {
   Window& Live();
   bool Appears(const form::UserControl& control) const;
   std::unique_ptr<Window> window_;
+  bool liveCount_ = false;
   bool shown_ = false;  // the window is on screen (inside Show, until unloaded)
   std::vector<std::unique_ptr<Window>> retired_;  // unloaded, freed when the loop ends
 };

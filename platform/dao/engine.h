@@ -67,6 +67,12 @@ class Engine {
                                                       const std::string& condition) = 0;
   // The definition of a table (names compare case-insensitively); 3265 when there is none.
   virtual TableDefinition Table(const std::string& name) = 0;
+  // Stops the statement that another thread is running on this engine: it raises instead of
+  // going on. Callable from any thread while the engine lives. Where the engine can, the stop
+  // also holds for statements started afterwards, until Resume. By default nothing is stopped.
+  virtual void Interrupt() {}
+  // Lets statements run again after Interrupt. Called by the thread that runs them.
+  virtual void Resume() {}
   // What the engine vouches for about its schema right now, for translating a statement
   // that runs at once. By default nothing, which is always correct.
   virtual jetsql::TranslateOptions TranslationOptions() { return {}; }

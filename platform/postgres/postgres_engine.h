@@ -27,6 +27,9 @@ class PostgresEngine : public dao::Engine {
                                                    const std::string& condition) override;
   // Auto-increment: identity columns and columns numbered by a sequence.
   dao::TableDefinition Table(const std::string& name) override;
+  // Sends the server a cancel request for the running statement (a statement that has not
+  // reached the server yet is not stopped).
+  void Interrupt() override { session_->Cancel(); }
 
   // The DAO type of a column of a table (by the oids libpq reports), cached per table.
   dao::ColumnType DeclaredType(unsigned table, int column);

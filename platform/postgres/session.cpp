@@ -191,7 +191,16 @@ Session::Session(std::string connection, Purpose purpose)
   Connect();
 }
 
-Session::~Session() { PQfinish(conn_); }
+Session::~Session() {
+  PQfreeCancel(cancel_);
+  PQfinish(conn_);
+}
+
+void Session::Cancel() {
+  std::lock_guard lock(cancelMutex_);
+  char message[256];
+  if (cancel_) PQcancel(cancel_, message, sizeof message);
+}
 
 void Session::Connect() {
   PQfinish(std::exchange(conn_, nullptr));
@@ -213,6 +222,8 @@ void Session::Connect() {
               message,
           kDatabaseSource);
   }
+  std::lock_guard lock(cancelMutex_);
+  PQfreeCancel(std::exchange(cancel_, PQgetCancel(conn_)));
 }
 
 void Session::RaiseConnectFailure() {

@@ -4,6 +4,7 @@
 // reconnects on the next use after the server went away. libpq stays out of this header.
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 
 struct pg_conn;
 struct pg_result;
+struct pg_cancel;
 
 namespace cp::postgres {
 
@@ -69,6 +71,9 @@ class Session {
               std::string_view source = dao::kDatabaseSource);
   // Runs any number of ";"-separated statements without parameters.
   void Execute(const std::string& sql);
+  // Asks the server to cancel the statement this session is running; that statement then
+  // raises. Callable from any thread; does nothing when no statement runs.
+  void Cancel();
 
  private:
   void Connect();
@@ -82,6 +87,8 @@ class Session {
   std::string connection_;
   Purpose purpose_;
   pg_conn* conn_ = nullptr;
+  std::mutex cancelMutex_;  // guards cancel_, which Cancel reads from another thread
+  pg_cancel* cancel_ = nullptr;
 };
 
 // True when a connection text names a PostgreSQL server rather than an SQLite file:

@@ -65,7 +65,14 @@ std::string ColumnKey(std::string_view table, std::string_view column) {
 }  // namespace
 
 SqliteEngine::SqliteEngine(const std::string& path)
-    : connection_(Connection::Open(path, Connection::Mode::OpenExisting)) {}
+    : connection_(Connection::Open(path, Connection::Mode::OpenExisting)) {
+  // Looks at the stop every few thousand steps of a statement: cheap, and it catches a stop
+  // that came before the statement started, which sqlite3_interrupt alone forgets.
+  sqlite3_progress_handler(
+      connection_->get(), 4000,
+      [](void* stop) { return static_cast<std::atomic<bool>*>(stop)->load() ? 1 : 0; },
+      &interrupted_);
+}
 
 std::unique_ptr<dao::Cursor> SqliteEngine::Query(const std::string& sql) {
   Statement statement(connection_, sql, dao::SqlContext::Statement, kDatabaseSource);
@@ -149,6 +156,11 @@ dao::TableDefinition SqliteEngine::ReadTable(const std::string& name) {
     table.fields.push_back(std::move(field));
   }
   return table;
+}
+
+void SqliteEngine::Interrupt() {
+  interrupted_ = true;
+  sqlite3_interrupt(connection_->get());
 }
 
 jetsql::TranslateOptions SqliteEngine::TranslationOptions() {

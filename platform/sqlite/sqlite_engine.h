@@ -1,6 +1,7 @@
 #pragma once
 // SqliteEngine: the embedded engine behind the DAO-like API, over one SQLite file.
 // It only reads: a statement that would write raises 3219 (tools write through native.h).
+#include <atomic>
 #include <map>
 #include <memory>
 #include <set>
@@ -29,6 +30,10 @@ class SqliteEngine : public dao::Engine {
   // Vouches for the date columns that carry IsoDateCheck (iso_dates.h). The schema is read
   // on first use and again whenever its version changes.
   jetsql::TranslateOptions TranslationOptions() override;
+  // Stops the running statement (sqlite3_interrupt) and every later one until Resume (a
+  // progress handler on the connection).
+  void Interrupt() override;
+  void Resume() override { interrupted_ = false; }
 
  private:
   // Forgets what was read of the schema when its version has changed since.
@@ -36,6 +41,7 @@ class SqliteEngine : public dao::Engine {
   dao::TableDefinition ReadTable(const std::string& name);
 
   std::shared_ptr<Connection> connection_;
+  std::atomic<bool> interrupted_{false};
   long long schemaVersion_ = -1;  // the version that the two below were read at
   // "table\ncolumn" in lower case.
   std::shared_ptr<const std::set<std::string>> isoDateColumns_;

@@ -242,6 +242,8 @@ DemoHostWindow::DemoHostWindow(std::shared_ptr<dao::Database> db, const std::str
     UpdateRecentMenu();
   });
   connect(rows_, &QTableWidget::currentCellChanged, this, [this] { UpdateCrossButton(); });
+  // The selection window tells how many records the criteria select as the user fills them.
+  selection_.setLiveCount(true);
   UseDatabase(std::move(db), path);
 }
 

@@ -26,7 +26,8 @@ int main(int argc, char** argv) {
   std::string db = cp::DefaultDemoDatabase();
   std::string dialogPicture, listPicture, entity, picker;
   int tab = -1;
-  bool checkNotBlank = false;
+  bool checkNotBlank = false, liveCount = false;
+  std::vector<std::string> entries;
   cli.add_option("--db", db, "Base de datos SQLite (se crea con datos de ejemplo si falta)");
   auto* dialogOpt = cli.add_option("--screenshot", dialogPicture,
                                    "Guarda una imagen del diálogo (PNG) y termina");
@@ -37,6 +38,8 @@ int main(int argc, char** argv) {
   auto* pickerOpt = cli.add_option("--picker", picker, "Botón de lista, p. ej. cmdCategorias");
   cli.add_flag("--check-not-blank", checkNotBlank,
                                 "Falla (1) si la imagen guardada está en blanco");
+  cli.add_option("--set", entries, "NOMBRE=VALOR introducido en el control antes de la imagen");
+  cli.add_flag("--count", liveCount, "La imagen muestra la cuenta de registros seleccionados");
   dialogOpt->excludes(listOpt);
   dialogOpt->needs(entityOpt);
   listOpt->needs(entityOpt)->needs(pickerOpt);
@@ -74,6 +77,8 @@ int main(int argc, char** argv) {
       request.entity = entity;
       request.tab = tab;
       request.picker = listPicture.empty() ? "" : picker;
+      request.liveCount = liveCount;
+      for (const std::string& entry : entries) request.entries.push_back(cp::ParseUserEntry(entry));
       const int status = cp::TakeScreenshot(selection, request, std::cerr);
       if (status != 0) return status;
       if (checkNotBlank && cp::LooksBlank(request.file)) {

@@ -7,7 +7,10 @@
 #include <QPixmap>
 #include <QThread>
 #include <QWidget>
+#include <QEventLoop>
+#include <QTimer>
 #include <ostream>
+#include <sstream>
 #include <unordered_set>
 
 #include "platform/core/error.h"
@@ -15,6 +18,7 @@
 #include "platform/form/ss_tab.h"
 #include "qt/demo/modal_watch.h"
 #include "qt/list_picker_window.h"
+#include "qt/live_count_label.h"
 #include "selection/c_seleccion.h"
 
 namespace cp {
@@ -71,6 +75,7 @@ int TakeScreenshot(CSeleccion& selection, const ScreenshotRequest& request, std:
     return kFailure;
   }
 
+  selection.setLiveCount(request.liveCount);
   bool saved = false;
   const auto picture = [&](QWidget& window) {
     Settle();
@@ -96,6 +101,16 @@ int TakeScreenshot(CSeleccion& selection, const ScreenshotRequest& request, std:
       // person, before another tab is chosen.
       Settle();
       if (request.tab >= 0) shown->Controls().Get<form::SSTab>("tbsSelec").setTab(request.tab);
+      std::ostringstream warnings;
+      auto* count = window.findChild<LiveCountLabel*>();
+      QEventLoop counted;
+      if (count) QObject::connect(count, &LiveCountLabel::countShown, &counted, &QEventLoop::quit);
+      for (const UserEntry& entry : request.entries)
+        EnterUserEntry(shown->Controls(), entry, warnings);
+      if (count) {
+        QTimer::singleShot(10000, &counted, &QEventLoop::quit);
+        counted.exec();
+      }
       if (request.picker.empty()) {
         picture(window);
       } else {

@@ -5,6 +5,9 @@
 // and closes it again by cancelling.
 #include <iosfwd>
 #include <string>
+#include <vector>
+
+#include "selection/user_entries.h"
 
 class QImage;
 
@@ -18,6 +21,8 @@ struct ScreenshotRequest {
   int tab = -1;        // tab of the criteria control; -1 keeps the one it opens on
   std::string picker;  // a picker button of the control ("cmdCategorias"): its list window
                        // is pictured instead of the dialog
+  std::vector<UserEntry> entries;  // values entered into the control first, as a user does
+  bool liveCount = false;  // the dialog shows its running count; the picture waits for it
 };
 
 // Takes the picture with the current ModalRunner (which must show real windows). Returns 0,

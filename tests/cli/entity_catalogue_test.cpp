@@ -30,5 +30,25 @@ TEST(EntityCatalogue, NamesTablesTheSchemaHolds) {
   EXPECT_EQ(FindEntity("clientes"), nullptr);  // names compare exactly
 }
 
+// The selection window's count line, under any locale (the suite also runs under Spanish).
+TEST(EntityCatalogue, CountText) {
+  const struct {
+    const char* entity;
+    std::int64_t count;
+    const char* text;
+  } cases[] = {
+      {"Clientes", 0, "Ningún cliente"},       {"Agencias", 0, "Ninguna agencia"},
+      {"Demandas", 0, "Ninguna demanda"},      {"Inm. Vendidos", 0, "Ningún inmueble vendido"},
+      {"Clientes", 1, "1 cliente"},            {"Agencias", 1, "1 agencia"},
+      {"Abogados", 2, "2 abogados"},           {"Inm. Propios", 999, "999 inmuebles"},
+      {"Inm. Propios", 1000, "1.000 inmuebles"}, {"Inm. Propios", 1234, "1.234 inmuebles"},
+      {"Clientes Contrarios", 1234567, "1.234.567 clientes contrarios"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(CountText(*FindEntity(c.entity), c.count), c.text) << c.entity << " " << c.count;
+  for (const EntityInfo& e : EntityCatalogue())
+    EXPECT_NE(std::string(e.one), e.many) << e.name;
+}
+
 }  // namespace
 }  // namespace cp
