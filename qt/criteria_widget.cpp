@@ -7,18 +7,10 @@
 #include <QVBoxLayout>
 
 #include "platform/form/ss_tab.h"
+#include "qt/condition_properties.h"
 #include "qt/form_view.h"
 
 namespace cp {
-namespace {
-
-// The model properties whose change can change the condition.
-bool ChangesCondition(std::string_view property) {
-  return property == "Text" || property == "Value" || property == "ListIndex" ||
-         property == "List";
-}
-
-}  // namespace
 
 CriteriaControlWidget::CriteriaControlWidget(std::shared_ptr<CriteriaControlObject> object,
                                              QWidget* parent)

@@ -5,18 +5,10 @@
 #include <QMetaObject>
 
 #include "platform/form/control_container.h"
+#include "qt/condition_properties.h"
 #include "selection/frm_seleccion.h"
 
 namespace cp {
-namespace {
-
-// The model properties whose change can change the condition or the entity.
-bool ChangesCondition(std::string_view property) {
-  return property == "Text" || property == "Value" || property == "ListIndex" ||
-         property == "List";
-}
-
-}  // namespace
 
 LiveCountLabel::LiveCountLabel(frmSeleccion& dialog, QWidget* parent)
     : QLabel(parent), dialog_(&dialog) {
