@@ -388,13 +388,6 @@ Variant DemoHostWindow::SavedSelection(const std::string& entity) const {
   return FromSettings(Settings(entity)->value(QStringLiteral("guardada")));
 }
 
-std::vector<Variant> DemoHostWindow::RecentSelections(const std::string& entity) const {
-  std::vector<Variant> recent;
-  for (const QVariant& r : Settings(entity)->value(QStringLiteral("recientes")).toList())
-    recent.push_back(FromSettings(r.toMap().value(QStringLiteral("seleccion"))));
-  return recent;
-}
-
 void DemoHostWindow::UpdateRecentMenu() {
   recent_->clear();
   const std::string entity = entities_->currentText().toStdString();

@@ -69,8 +69,6 @@ class DemoHostWindow : public QMainWindow {
 
   // The selection kept for an entity (Empty when none).
   Variant SavedSelection(const std::string& entity) const;
-  // The entity's last accepted selections, newest first (at most five).
-  std::vector<Variant> RecentSelections(const std::string& entity) const;
   // The entity whose rows are listed ("" before the first selection).
   const std::string& ListedEntity() const { return listedEntity_; }
   int ListedRows() const;
