@@ -31,8 +31,8 @@ class MailClient {
 // /dev/null, and is waited for at most `wait`: some mail clients keep xdg-email running until
 // the message window closes, so a tool still running then is taken as having opened the
 // message, and is reaped in the background when it ends. Five seconds is ample for xdg-email
-// to fail when no mail client is set up, and short enough that the user is not left waiting. False when xdg-email is not on PATH,
-// cannot be started, or exits with a status other than 0.
+// to fail when no mail client is set up, and short enough that the user is not left waiting.
+// False when xdg-email is not on PATH, cannot be started, or exits with a status other than 0.
 class XdgEmailClient : public MailClient {
  public:
   explicit XdgEmailClient(std::chrono::milliseconds wait = std::chrono::seconds(5))

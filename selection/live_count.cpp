@@ -58,14 +58,9 @@ CountWorker::CountWorker(Delivery deliver)
 
 CountWorker::~CountWorker() {
   thread_.request_stop();
-  {
-    // Count checks the ticket before it lets a query run: the newer one stops it there, or
-    // the interrupt stops the query it let run.
-    std::lock_guard lock(mutex_);
-    waiting_.reset();
-    ++latest_;
-    InterruptLocked();
-  }
+  // Count checks the ticket before it lets a query run: the newer one stops it there, or the
+  // interrupt stops the query it let run.
+  Cancel();
   thread_.join();
   --g_alive;
 }

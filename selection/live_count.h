@@ -5,8 +5,8 @@
 // to run (EntityQuery over the same condition); it shows no message and writes no log while
 // doing so. A CountWorker counts the rows of such queries (SELECT COUNT(*) around them) on a
 // thread of its own, over its own connection to the same database (a connection is never
-// shared between threads), and stops the query running when a newer one comes. Nothing here needs a display: a view delivers the
-// results to its own thread.
+// shared between threads), and stops the query running when a newer one comes. Nothing here
+// needs a display: a view delivers the results to its own thread.
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
