@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <vector>
 
 namespace cp {
@@ -193,38 +192,58 @@ std::string FormatNumber(double value, std::string_view mask) {
   return out;
 }
 
+namespace {
+
+// Reads from min to max ASCII digits at the front of s. sscanf's %d would also take a sign
+// and blanks, so "2024-+1-05" or "1/ 3/2024" would pass as dates.
+std::optional<int> TakeDigits(std::string_view& s, std::size_t min, std::size_t max) {
+  std::size_t n = 0;
+  while (n < max && n < s.size() && IsDigit(s[n])) ++n;
+  if (n < min) return std::nullopt;
+  int value = 0;
+  std::from_chars(s.data(), s.data() + n, value);
+  s.remove_prefix(n);
+  return value;
+}
+
+bool TakeChar(std::string_view& s, char c) {
+  if (s.empty() || s.front() != c) return false;
+  s.remove_prefix(1);
+  return true;
+}
+
+}  // namespace
+
 std::optional<Date> ParseDate(std::string_view text) {
-  const std::string_view s = TrimBlanks(text);
-  int y = 0, m = 0, d = 0, hh = 0, mm = 0, ss = 0;
-  char sep = 0;
-  int consumed = 0;
-  const std::string str(s);
-  bool ok = false;
-  if (std::sscanf(str.c_str(), "%4d-%2d-%2d%n", &y, &m, &d, &consumed) == 3 && consumed == 10) {
-    ok = true;
-  } else if (std::sscanf(str.c_str(), "%2d/%2d/%4d%n", &d, &m, &y, &consumed) == 3 &&
-             consumed >= 8 && str[consumed - 5] == '/') {
-    ok = true;
+  std::string_view s = TrimBlanks(text);
+  std::optional<int> y, m, d;
+  std::string_view iso = s;
+  if ((y = TakeDigits(iso, 4, 4)) && TakeChar(iso, '-') && (m = TakeDigits(iso, 2, 2)) &&
+      TakeChar(iso, '-') && (d = TakeDigits(iso, 2, 2))) {
+    s = iso;
+  } else if ((d = TakeDigits(s, 1, 2)) && TakeChar(s, '/') && (m = TakeDigits(s, 1, 2)) &&
+             TakeChar(s, '/') && (y = TakeDigits(s, 4, 4))) {
+  } else {
+    return std::nullopt;
   }
-  if (!ok || !IsValidDay(y, m, d)) return std::nullopt;
-  std::string_view rest = s.substr(static_cast<std::size_t>(consumed));
-  if (!rest.empty()) {
-    if (rest.front() != ' ' && rest.front() != 'T') return std::nullopt;
-    const std::string time(TrimBlanks(rest.substr(1)));
-    int n = 0;
-    ss = 0;
-    if (std::sscanf(time.c_str(), "%2d:%2d:%2d%n", &hh, &mm, &ss, &n) == 3 &&
-        n == static_cast<int>(time.size())) {
-    } else if (std::sscanf(time.c_str(), "%2d:%2d%n", &hh, &mm, &n) == 2 &&
-               n == static_cast<int>(time.size())) {
-      ss = 0;
-    } else {
-      return std::nullopt;
+  if (!IsValidDay(*y, *m, *d)) return std::nullopt;
+  int hh = 0, mm = 0, ss = 0;
+  if (!s.empty()) {
+    if (!TakeChar(s, ' ') && !TakeChar(s, 'T')) return std::nullopt;
+    s = TrimBlanks(s);
+    const auto h = TakeDigits(s, 1, 2);
+    if (!h || !TakeChar(s, ':')) return std::nullopt;
+    const auto n = TakeDigits(s, 1, 2);
+    if (!n) return std::nullopt;
+    hh = *h, mm = *n;
+    if (TakeChar(s, ':')) {
+      const auto sec = TakeDigits(s, 1, 2);
+      if (!sec) return std::nullopt;
+      ss = *sec;
     }
-    if (hh > 23 || mm > 59 || ss > 59 || hh < 0 || mm < 0 || ss < 0) return std::nullopt;
+    if (!s.empty() || hh > 23 || mm > 59 || ss > 59) return std::nullopt;
   }
-  (void)sep;
-  return MakeDate(y, m, d, hh, mm, ss);
+  return MakeDate(*y, *m, *d, hh, mm, ss);
 }
 
 }  // namespace cp

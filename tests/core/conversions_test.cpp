@@ -117,8 +117,12 @@ TEST(Dates, ParseAndWriteIso) {
   EXPECT_EQ(ParseDate("07/03/2005"), MakeDate(2005, 3, 7));
   EXPECT_EQ(ParseDate("2005-03-07 10:11:12"), MakeDate(2005, 3, 7, 10, 11, 12));
   EXPECT_EQ(ParseDate("2005-03-07T10:11"), MakeDate(2005, 3, 7, 10, 11, 0));
-  EXPECT_FALSE(ParseDate("2005-02-30"));
-  EXPECT_FALSE(ParseDate("07/03/05"));
+  EXPECT_EQ(ParseDate(" 7/3/2005 9:05 "), MakeDate(2005, 3, 7, 9, 5, 0));
+  // Signs and blanks inside a number are no part of a date.
+  for (const char* text : {"2005-02-30", "07/03/05", "2005-+3-07", "+7/03/2005", "7/ 3/2005",
+                           "2005-03-07 -1:30", "2005-03-07 10:+1", "2005-03-07 10:11:", "2005-3-07",
+                           "2005-03-07x", "07/03/2005 24:00", "07/03/20051"})
+    EXPECT_FALSE(ParseDate(text)) << text;
   EXPECT_EQ(IsoDate(MakeDate(1925, 6, 1)), "1925-06-01");
   EXPECT_EQ(IsoDate(MakeDate(2031, 6, 1, 23, 59, 59)), "2031-06-01 23:59:59");
   // Stored dates keep a time only when it is not midnight to the second.
