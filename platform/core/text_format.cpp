@@ -15,6 +15,24 @@ std::string_view TrimBlanks(std::string_view s) {
   return s;
 }
 
+// Reads from min to max ASCII digits at the front of s. sscanf's %d would also take a sign
+// and blanks, so "2024-+1-05" or "1/ 3/2024" would pass as dates.
+std::optional<int> TakeDigits(std::string_view& s, std::size_t min, std::size_t max) {
+  std::size_t n = 0;
+  while (n < max && n < s.size() && IsDigit(s[n])) ++n;
+  if (n < min) return std::nullopt;
+  int value = 0;
+  std::from_chars(s.data(), s.data() + n, value);
+  s.remove_prefix(n);
+  return value;
+}
+
+bool TakeChar(std::string_view& s, char c) {
+  if (s.empty() || s.front() != c) return false;
+  s.remove_prefix(1);
+  return true;
+}
+
 // Integer part under the conventions: plain digits, or 1-3 digits followed by ".ddd" groups.
 bool ValidIntegerPart(std::string_view s) {
   if (s.empty()) return false;
@@ -192,28 +210,6 @@ std::string FormatNumber(double value, std::string_view mask) {
   return out;
 }
 
-namespace {
-
-// Reads from min to max ASCII digits at the front of s. sscanf's %d would also take a sign
-// and blanks, so "2024-+1-05" or "1/ 3/2024" would pass as dates.
-std::optional<int> TakeDigits(std::string_view& s, std::size_t min, std::size_t max) {
-  std::size_t n = 0;
-  while (n < max && n < s.size() && IsDigit(s[n])) ++n;
-  if (n < min) return std::nullopt;
-  int value = 0;
-  std::from_chars(s.data(), s.data() + n, value);
-  s.remove_prefix(n);
-  return value;
-}
-
-bool TakeChar(std::string_view& s, char c) {
-  if (s.empty() || s.front() != c) return false;
-  s.remove_prefix(1);
-  return true;
-}
-
-}  // namespace
-
 std::optional<Date> ParseDate(std::string_view text) {
   std::string_view s = TrimBlanks(text);
   std::optional<int> y, m, d;
@@ -221,29 +217,21 @@ std::optional<Date> ParseDate(std::string_view text) {
   if ((y = TakeDigits(iso, 4, 4)) && TakeChar(iso, '-') && (m = TakeDigits(iso, 2, 2)) &&
       TakeChar(iso, '-') && (d = TakeDigits(iso, 2, 2))) {
     s = iso;
-  } else if ((d = TakeDigits(s, 1, 2)) && TakeChar(s, '/') && (m = TakeDigits(s, 1, 2)) &&
-             TakeChar(s, '/') && (y = TakeDigits(s, 4, 4))) {
-  } else {
+  } else if (!((d = TakeDigits(s, 1, 2)) && TakeChar(s, '/') && (m = TakeDigits(s, 1, 2)) &&
+               TakeChar(s, '/') && (y = TakeDigits(s, 4, 4)))) {
     return std::nullopt;
   }
   if (!IsValidDay(*y, *m, *d)) return std::nullopt;
-  int hh = 0, mm = 0, ss = 0;
+  std::optional<int> hh = 0, mm = 0, ss = 0;
   if (!s.empty()) {
     if (!TakeChar(s, ' ') && !TakeChar(s, 'T')) return std::nullopt;
     s = TrimBlanks(s);
-    const auto h = TakeDigits(s, 1, 2);
-    if (!h || !TakeChar(s, ':')) return std::nullopt;
-    const auto n = TakeDigits(s, 1, 2);
-    if (!n) return std::nullopt;
-    hh = *h, mm = *n;
-    if (TakeChar(s, ':')) {
-      const auto sec = TakeDigits(s, 1, 2);
-      if (!sec) return std::nullopt;
-      ss = *sec;
-    }
-    if (!s.empty() || hh > 23 || mm > 59 || ss > 59) return std::nullopt;
+    if (!((hh = TakeDigits(s, 1, 2)) && TakeChar(s, ':') && (mm = TakeDigits(s, 1, 2)) &&
+          (!TakeChar(s, ':') || (ss = TakeDigits(s, 1, 2))) && s.empty()))
+      return std::nullopt;
+    if (*hh > 23 || *mm > 59 || *ss > 59) return std::nullopt;
   }
-  return MakeDate(*y, *m, *d, hh, mm, ss);
+  return MakeDate(*y, *m, *d, *hh, *mm, *ss);
 }
 
 }  // namespace cp
