@@ -10,7 +10,7 @@ CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
 LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 C_LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_C_COMPILER_LAUNCHER=ccache)
 
-.PHONY: deps build test test-sanitize test-thread demo bench fuzz clean
+.PHONY: deps build test test-sanitize test-thread demo bench fuzz fuzz-tree fuzz-long clean
 
 deps:
 	./scripts/install-deps.sh
@@ -68,12 +68,23 @@ package: build
 # FUZZ_SECONDS on a scratch copy of its seed corpus. Fails when any target finds a fault.
 # Then HOSTILE_CASES random cases of hostile user text (make test runs 2,000 of them).
 HOSTILE_CASES ?= 100000
-fuzz: build
+fuzz: build fuzz-tree
+	./scripts/run-fuzz.sh $(FUZZ_BUILD) $(FUZZ_SECONDS) $(FUZZ_TARGETS)
+	CP_HOSTILE_CASES=$(HOSTILE_CASES) $(BUILD)/tests/test_hostile --gtest_filter='*Random*'
+
+fuzz-tree:
 	./scripts/install-deps.sh fuzz
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCP_FUZZ=ON $(LAUNCHER) $(C_LAUNCHER)
 	cmake --build $(FUZZ_BUILD) -j $(JOBS)
-	./scripts/run-fuzz.sh $(FUZZ_BUILD) $(FUZZ_SECONDS) $(FUZZ_TARGETS)
-	CP_HOSTILE_CASES=$(HOSTILE_CASES) $(BUILD)/tests/test_hostile --gtest_filter='*Random*'
+
+# One long run of one target, as docs/reliability.md's table reports them, e.g.
+# `make fuzz-long FUZZ_TARGET=fuzz_list_answer FUZZ_MAX_LEN=64`: two workers, FUZZ_RUNS
+# executions or FUZZ_LONG_SECONDS, whichever comes first (see scripts/fuzz-long.sh).
+FUZZ_RUNS ?= 10000000
+FUZZ_LONG_SECONDS ?= 30000
+FUZZ_MAX_LEN ?=
+fuzz-long: fuzz-tree
+	./scripts/fuzz-long.sh $(FUZZ_BUILD) '$(FUZZ_TARGET)' $(FUZZ_RUNS) $(FUZZ_LONG_SECONDS) $(FUZZ_MAX_LEN)
 
 clean:
 	rm -rf $(BUILD) $(SANITIZE_BUILD) $(TSAN_BUILD) $(FUZZ_BUILD)
