@@ -72,7 +72,8 @@ FuzzHost::FuzzHost() : messenger_(std::make_shared<ScriptedMessenger>()) {
 
   databasePath_ = folder_ + "/agencia.db";
   sample::CreateSampleDatabase(databasePath_, sample::DemoOptions{.properties = 40});
-  sqlite3_auto_extension(reinterpret_cast<void (*)()>(&HoldTheLock));
+  if (sqlite3_auto_extension(reinterpret_cast<void (*)()>(&HoldTheLock)) != SQLITE_OK)
+    Breach("cannot have SQLite hold the database's lock", databasePath_);
   setBD(dao::OpenDatabase(databasePath_));
   setPathDB(databasePath_);
   static const std::string folder = folder_;
